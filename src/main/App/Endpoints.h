@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+namespace orvane {
+
+/// A domain that a credential may be sent to.
+struct CredentialDomain
+{
+    QString domain;
+    /// The domain's own name counts, and not only the names below it.
+    bool itself = true;
+    /// Names that end with a dot and the domain count.
+    bool subdomains = true;
+
+    bool operator==(const CredentialDomain&) const = default;
+};
+
+/// Every outside address that the program knows. Made once at the start and handed down.
+struct Endpoints
+{
+    QUrl sunoHome;
+    /// Domain of the Suno site: the token is captured on this host and the hosts below it only.
+    QString sunoSiteDomain;
+    /// The library feed, without a query.
+    QUrl feed;
+    /// Addresses of the project list, in the order in which they are tried.
+    QList<QUrl> workspaceLists;
+    /// A clip without an address of its own lies here, under "/" + id + ".mp3".
+    QUrl cdn;
+    QList<CredentialDomain> credentialDomains;
+    QUrl productSite;
+    QString productDomain;
+
+    bool operator==(const Endpoints&) const = default;
+
+    /// The addresses of the real services.
+    static Endpoints production();
+};
+
+/// Whether `host` is one that a credential may go to. Compared without case.
+bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QString& host);
+
+/// Whether `host` is `domain` or lies below it. Compared without case; an empty host never does.
+bool isOnDomain(const QString& host, const QString& domain);
+
+} // namespace orvane

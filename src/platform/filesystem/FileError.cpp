@@ -1,0 +1,23 @@
+#include "platform/filesystem/FileError.h"
+
+#include <QFileInfo>
+
+#include <cstring>
+
+namespace orvane {
+
+using namespace Qt::Literals::StringLiterals;
+
+FileError::FileError(const QString& path, int code)
+    : std::runtime_error(std::strerror(code))
+    , path_(path)
+    , code_(code)
+{
+}
+
+QString FileError::sentence() const
+{
+    return u"%1: %2"_s.arg(QFileInfo(path_).fileName(), QString::fromLocal8Bit(what()));
+}
+
+} // namespace orvane

@@ -1,0 +1,60 @@
+#include "tests/support/Sandbox.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <random>
+#include <string_view>
+
+namespace orvane::test {
+namespace {
+
+std::optional<unsigned> givenSeed;
+
+} // namespace
+
+Sandbox::Sandbox()
+{
+    const QString root = home_.path();
+    qputenv("HOME", QFile::encodeName(root));
+    const std::pair<const char*, const char*> folders[] = {
+        {"XDG_CONFIG_HOME", "/.config"}, {"XDG_DATA_HOME", "/.local/share"}, {"XDG_CACHE_HOME", "/.cache"}};
+    for (const auto& [variable, folder] : folders)
+        qputenv(variable, QFile::encodeName(root + QLatin1StringView(folder)));
+    QFile runtime(root + QLatin1StringView("/runtime"));
+    QDir().mkpath(runtime.fileName());
+    runtime.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.fileName()));
+    QDir().mkpath(root + QLatin1StringView("/Downloads"));
+}
+
+void readSeed(int& argc, char** argv)
+{
+    constexpr std::string_view option = "--seed=";
+    for (int index = 1; index < argc; ++index) {
+        const std::string_view argument = argv[index];
+        if (!argument.starts_with(option))
+            continue;
+        givenSeed = static_cast<unsigned>(std::strtoul(argv[index] + option.size(), nullptr, 10));
+        for (int rest = index; rest + 1 < argc; ++rest)
+            argv[rest] = argv[rest + 1];
+        --argc;
+        return;
+    }
+}
+
+unsigned seed()
+{
+    static const unsigned value = [] {
+        const unsigned chosen = givenSeed ? *givenSeed : std::random_device{}();
+        std::printf("random seed: --seed=%u\n", chosen);
+        return chosen;
+    }();
+    return value;
+}
+
+} // namespace orvane::test
