@@ -9,7 +9,6 @@ if(ORVANE_WINDOWS)
 endif()
 find_package(Qt6 6.4 REQUIRED COMPONENTS ${orvane_qt_components})
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core Network)
-qcoro_enable_coroutines()
 
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswresample libswscale)
 pkg_check_modules(FFTW REQUIRED IMPORTED_TARGET fftw3)
