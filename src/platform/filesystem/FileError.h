@@ -14,6 +14,7 @@ public:
     FileError(const QString& path, int code);
 
     const QString& path() const { return path_; }
+
     int code() const { return code_; }
 
     /// One sentence for the user: the file's name and the system's words for the error.
