@@ -17,7 +17,8 @@ class Preferences;
 /// Every text that the user reads, in the language of their choice. A change of language shows at the next start.
 namespace L10n {
 
-enum class Key {
+enum class Key
+{
 #define ORVANE_L10N_ENUMERATOR(name) name,
     ORVANE_L10N_KEYS(ORVANE_L10N_ENUMERATOR)
 #undef ORVANE_L10N_ENUMERATOR
@@ -39,11 +40,14 @@ std::span<const Key> allKeys();
 /// The key's own name.
 QString rawValue(Key key);
 
-/// Sets where the choice is stored; called once before the first text is asked for. Without it nothing is stored and
-/// the platform's language counts.
+/// Sets where the choice is stored, which must outlive every text that is asked for; called once before the first one.
+/// Without it nothing is stored and the platform's language counts.
 void setPreferences(Preferences* preferences);
 
+/// The code of the present language, worked out at each call from the stored choice and the platform. Callable from any
+/// thread.
 QString code();
+/// Stores the choice; for the main thread.
 void setCode(const QString& code);
 /// As `code`, for the given choice and the platform's preferred languages (such as "pt-BR"), most wanted first.
 QString code(const std::optional<QString>& stored, const QStringList& preferred);
@@ -53,8 +57,8 @@ QString name();
 
 bool isRightToLeft();
 
-/// Stores or removes the two keys of the text direction and sets the application's layout direction; called before any
-/// view exists.
+/// Stores the two keys of the text direction for a language that is written from right to left, and removes them for
+/// any other; called before any view exists. Whoever has views lays them out by `isRightToLeft`.
 void applyLayoutDirection();
 
 /// The text of `key` in the present language, else in English, else the key's name. Callable from any thread.

@@ -15,4 +15,10 @@ struct Entry
 /// One list for each language, in the order of the keys.
 std::span<const Entry> english();
 
+/// The list of the language with that code; empty where there is none.
+std::span<const Entry> listOf(QStringView code);
+
+/// The text of `key` in the language with that code; absent where its list lacks the key.
+std::optional<QString> text(const QString& code, Key key);
+
 } // namespace orvane::L10n

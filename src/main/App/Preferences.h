@@ -4,7 +4,9 @@
 #include <QJsonValue>
 #include <QString>
 
+#include <functional>
 #include <optional>
+#include <shared_mutex>
 
 namespace orvane {
 
@@ -12,12 +14,13 @@ namespace orvane {
 ///
 /// What is missing or of another kind reads as absent. A write goes to the disk at once and atomically, readable by the
 /// user alone (0600 in a 0700 folder); where the disk refuses it, the value holds until the program ends and
-/// `lastError` says why. Keys are the fields' names. Used from the main thread.
+/// `lastError` says why. A write that changes nothing does not touch the disk. Keys are the fields' names.
+/// Written from the main thread; a value may be read from any thread.
 class Preferences
 {
 public:
-    /// Reads the file at `path`; a missing or unreadable one counts as empty, and is set aside as `path` + ".damaged"
-    /// when it is no JSON object.
+    /// Reads the file at `path`; a missing one counts as empty, and so does one that cannot be read as a JSON object,
+    /// which is set aside as `path` + ".damaged".
     explicit Preferences(QString path);
 
     /// Where the user's own preferences lie for a program of that name.
@@ -34,13 +37,17 @@ public:
     void remove(const QString& key);
     bool contains(const QString& key) const;
 
-    /// The sentence of the last write that failed; empty after one that went through.
+    /// The sentence of the last write that failed; empty after one that went through. For the main thread.
     const QString& lastError() const { return lastError_; }
 
 private:
+    QJsonValue value(const QString& key) const;
+    void change(const std::function<void(QJsonObject&)>& edit);
     void save();
 
     QString path_;
+    /// Held for one look at `values_` or one exchange of it, never over the write to the disk.
+    mutable std::shared_mutex mutex_;
     QJsonObject values_;
     QString lastError_;
 };

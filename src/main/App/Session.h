@@ -28,15 +28,18 @@ public:
     std::optional<QUrl> openSunoURL;
 
     const QString& token() const { return token_; }
+
     /// Announces the token, also when it is the same.
     void setToken(const QString& token);
 
     /// The folder that all work goes to; a local file address.
     const QUrl& destination() const { return destination_; }
+
     /// Stores and announces the folder, also when it is the same.
     void setDestination(const QUrl& destination);
 
     const std::optional<TrackRef>& selection() const { return selection_; }
+
     void setSelection(const std::optional<TrackRef>& selection);
 
     /// "Videos" and "Mastered" in the destination.
