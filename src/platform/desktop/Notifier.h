@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QObject>
 #include <QString>
 
@@ -15,10 +16,13 @@ struct Notification
     QString title;
     QString text;
     std::optional<QString> folder;
+
+    bool operator==(const Notification&) const = default;
 };
 
-/// Desktop notifications over D-Bus (org.freedesktop.Notifications). Each new one replaces the one before. Where no
-/// service answers nothing is shown, and nothing fails.
+/// Desktop notifications over D-Bus (org.freedesktop.Notifications). Each new one replaces the one before; of those
+/// shown while the service has not answered yet only the last goes out. Texts are shown as they stand, without markup.
+/// Where no service answers nothing is shown, and nothing fails.
 class Notifier : public QObject
 {
     Q_OBJECT
@@ -36,9 +40,17 @@ private Q_SLOTS:
     void actionInvoked(uint id, const QString& action);
 
 private:
+    void askForMarkup();
+    void sendNext();
+    void send(const Notification& notification);
+
     QDBusConnection bus_;
+    /// Whether the service reads texts as markup; absent until it has been asked.
+    std::optional<bool> readsMarkup_;
+    bool underWay_ = false;
+    std::optional<Notification> next_;
     uint last_ = 0;
-    QString folder_;
+    std::optional<QString> folder_;
 };
 
 } // namespace orvane
