@@ -21,6 +21,7 @@ set_target_properties(Lame::Lame PROPERTIES
 
 if(ORVANE_TESTS)
   find_package(GTest REQUIRED)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
   pkg_check_modules(EBUR128 REQUIRED IMPORTED_TARGET libebur128)
   pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
 endif()
