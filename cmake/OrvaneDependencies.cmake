@@ -2,6 +2,7 @@
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
+find_package(ZLIB REQUIRED)
 
 set(orvane_qt_components Core Network Concurrent Gui DBus)
 if(ORVANE_WINDOWS)
