@@ -47,10 +47,14 @@ public:
     void read(const std::function<void(QByteArrayView)>& take);
 
     const Origin& origin() const { return origin_; }
+
     const QHostAddress& address() const { return address_; }
+
     bool isOpen() const { return opened_ && socket_->state() == QAbstractSocket::ConnectedState; }
+
     /// An answer has been read whole on it: it is no longer fresh.
     bool isUsed() const { return used_; }
+
     void markUsed() { used_ = true; }
 
 Q_SIGNALS:

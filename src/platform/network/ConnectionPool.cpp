@@ -15,10 +15,9 @@ constexpr std::chrono::seconds idleLife{4};
 
 ConnectionPointer ConnectionPool::take(const Origin& origin)
 {
-    const auto found =
-        std::find_if(idle_.begin(), idle_.end(), [&origin](const ConnectionPointer& connection) {
-            return connection->origin() == origin && connection->isOpen();
-        });
+    const auto found = std::find_if(idle_.begin(), idle_.end(), [&origin](const ConnectionPointer& connection) {
+        return connection->origin() == origin && connection->isOpen();
+    });
     if (found == idle_.end())
         return nullptr;
     ConnectionPointer connection = std::move(*found);

@@ -37,6 +37,7 @@ public:
     ~Exchange() override;
 
     QFuture<HttpResponse> answer() { return promise_.future(); }
+
     void start();
     void cancel();
 

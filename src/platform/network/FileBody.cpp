@@ -5,12 +5,11 @@
 #include <QFile>
 
 #include <cerrno>
-#include <optional>
-#include <utility>
-
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace orvane {
 

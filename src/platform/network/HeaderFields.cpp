@@ -104,8 +104,7 @@ QByteArray contentCoding(const QList<HttpHeader>& headers)
 
 bool isSendable(const HttpHeader& header)
 {
-    const bool named =
-        !header.name.isEmpty() && std::all_of(header.name.begin(), header.name.end(), &isTokenCharacter);
+    const bool named = !header.name.isEmpty() && std::all_of(header.name.begin(), header.name.end(), &isTokenCharacter);
     const bool clean = std::none_of(header.value.begin(), header.value.end(), [](char character) {
         return character == '\r' || character == '\n' || character == '\0';
     });

@@ -3,9 +3,8 @@
 #include "platform/network/Exchange.h"
 #include "platform/network/HeaderFields.h"
 
-#include <qcoro/qcorofuture.h>
-
 #include <QThread>
+#include <qcoro/qcorofuture.h>
 
 #include <map>
 

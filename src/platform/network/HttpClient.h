@@ -1,11 +1,10 @@
 #pragma once
 
-#include <qcoro/qcorotask.h>
-
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QUrl>
+#include <qcoro/qcorotask.h>
 
 #include <chrono>
 #include <functional>
@@ -53,7 +52,8 @@ struct HttpResponse
 class HttpError : public std::runtime_error
 {
 public:
-    enum class Code {
+    enum class Code
+    {
         Transport,
         TimedOut,
         Stalled,
@@ -68,6 +68,7 @@ public:
     HttpError(Code code, const QString& sentence);
 
     Code code() const { return code_; }
+
     const QString& sentence() const { return sentence_; }
 
 private:

@@ -2,12 +2,11 @@
 
 #include "platform/network/HttpClient.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 #include <array>
 #include <limits>
 #include <new>
+#include <zlib.h>
 
 namespace orvane {
 

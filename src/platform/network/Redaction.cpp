@@ -57,10 +57,7 @@ private:
         return std::find_if_not(text_.begin() + from, text_.end(), belongs) - text_.begin();
     }
 
-    bool startsWith(QStringView word) const
-    {
-        return text_.sliced(place_).startsWith(word, Qt::CaseInsensitive);
-    }
+    bool startsWith(QStringView word) const { return text_.sliced(place_).startsWith(word, Qt::CaseInsensitive); }
 
     void copyTo(qsizetype end)
     {

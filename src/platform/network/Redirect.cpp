@@ -26,9 +26,10 @@ Block block(const QString& base, int prefix)
 const std::array<Block, 14>& specialBlocks4()
 {
     static const std::array blocks = {
-        block(u"0.0.0.0"_s, 8),     block(u"10.0.0.0"_s, 8),     block(u"100.64.0.0"_s, 10),  block(u"127.0.0.0"_s, 8),
-        block(u"169.254.0.0"_s, 16), block(u"172.16.0.0"_s, 12),  block(u"192.0.0.0"_s, 24),   block(u"192.0.2.0"_s, 24),
-        block(u"192.168.0.0"_s, 16), block(u"198.18.0.0"_s, 15),  block(u"198.51.100.0"_s, 24), block(u"203.0.113.0"_s, 24),
+        block(u"0.0.0.0"_s, 8),     block(u"10.0.0.0"_s, 8),      block(u"100.64.0.0"_s, 10),
+        block(u"127.0.0.0"_s, 8),   block(u"169.254.0.0"_s, 16),  block(u"172.16.0.0"_s, 12),
+        block(u"192.0.0.0"_s, 24),  block(u"192.0.2.0"_s, 24),    block(u"192.168.0.0"_s, 16),
+        block(u"198.18.0.0"_s, 15), block(u"198.51.100.0"_s, 24), block(u"203.0.113.0"_s, 24),
         block(u"224.0.0.0"_s, 4),   block(u"240.0.0.0"_s, 4),
     };
     return blocks;
@@ -93,7 +94,8 @@ std::optional<QUrl> redirectTarget(const QUrl& hop, const QByteArray& location)
     const QUrl target = hop.resolved(relative).adjusted(QUrl::RemoveUserInfo | QUrl::RemoveFragment);
     const bool web = target.scheme() == u"https" || target.scheme() == u"http";
     if (!web)
-        throw HttpError(HttpError::Code::RefusedRedirect, u"refused a redirect to the scheme %1"_s.arg(target.scheme()));
+        throw HttpError(HttpError::Code::RefusedRedirect,
+                        u"refused a redirect to the scheme %1"_s.arg(target.scheme()));
     if (hop.scheme() == u"https" && target.scheme() == u"http")
         throw HttpError(HttpError::Code::RefusedRedirect, u"refused a redirect from https to http"_s);
     return target.host().isEmpty() ? std::nullopt : std::optional(target);

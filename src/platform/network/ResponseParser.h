@@ -58,7 +58,18 @@ public:
     bool isUntouched() const { return received_ == 0; }
 
 private:
-    enum class State { statusLine, headerLine, sizedBody, chunkSize, chunkData, chunkEnd, trailer, untilClose, done };
+    enum class State
+    {
+        statusLine,
+        headerLine,
+        sizedBody,
+        chunkSize,
+        chunkData,
+        chunkEnd,
+        trailer,
+        untilClose,
+        done
+    };
 
     QByteArrayView step(QByteArrayView bytes);
     QByteArrayView takeLine(QByteArrayView bytes);
