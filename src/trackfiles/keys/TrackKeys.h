@@ -12,9 +12,17 @@ namespace orvane {
 /// What a file is to a track, and which track it belongs to.
 namespace Library {
 
-enum class Asset { audio, artwork, lyrics, timed, mastered, video };
+enum class Asset
+{
+    audio,
+    artwork,
+    lyrics,
+    timed,
+    mastered,
+    video
+};
 
-inline constexpr std::array allAssets{Asset::audio,  Asset::artwork,  Asset::lyrics,
+inline constexpr std::array allAssets{Asset::audio, Asset::artwork,  Asset::lyrics,
                                       Asset::timed, Asset::mastered, Asset::video};
 
 QString rawValue(Asset asset);
