@@ -8,7 +8,13 @@
 namespace orvane {
 
 /// What can be saved for a track.
-enum class Asset { audio, lyrics, lrc, artwork };
+enum class Asset
+{
+    audio,
+    lyrics,
+    lrc,
+    artwork
+};
 
 /// All cases, in the order in which they are shown and saved.
 inline constexpr std::array allAssets{Asset::audio, Asset::lyrics, Asset::lrc, Asset::artwork};

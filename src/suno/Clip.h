@@ -11,13 +11,13 @@ namespace orvane {
 struct Clip
 {
     /// Never empty.
-    QString id;
+    QString id = {};
     /// Never empty; "Untitled" where the feed gives none.
-    QString title;
-    std::optional<QString> audioURL;
-    std::optional<QString> imageURL;
-    QString lyrics;
-    QString tags;
+    QString title = {};
+    std::optional<QString> audioURL = {};
+    std::optional<QString> imageURL = {};
+    QString lyrics = {};
+    QString tags = {};
     double durationSeconds = 180.0;
 
     bool operator==(const Clip&) const = default;

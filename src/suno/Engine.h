@@ -7,10 +7,9 @@
 #include "suno/LogLevel.h"
 #include "suno/Workspace.h"
 
-#include <qcoro/qcorotask.h>
-
 #include <QList>
 #include <QString>
+#include <qcoro/qcorotask.h>
 
 #include <chrono>
 #include <functional>
@@ -30,6 +29,7 @@ public:
     LibraryError(int code, const QString& sentence);
 
     int code() const { return code_; }
+
     const QString& sentence() const { return sentence_; }
 
 private:

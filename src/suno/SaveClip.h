@@ -4,9 +4,8 @@
 #include "suno/Clip.h"
 #include "suno/Engine.h"
 
-#include <qcoro/qcorotask.h>
-
 #include <QString>
+#include <qcoro/qcorotask.h>
 
 namespace orvane {
 

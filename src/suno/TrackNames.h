@@ -2,14 +2,29 @@
 
 #include "suno/Clip.h"
 
+#include <QHash>
 #include <QString>
 
 namespace orvane {
 
-/// A title as a file name's stem: forbidden characters become underscores, at most 120 characters and at most 200 bytes
-/// of UTF-8 (cut between characters as a person sees them), without dots or blanks at its ends. Where nothing remains,
-/// `fallback` as it stands.
+/// A title as a file name's stem: forbidden characters and line breaks become underscores, bidirectional controls go,
+/// at most 120 characters and at most 200 bytes of UTF-8 (cut between characters as a person sees them), without dots
+/// at its ends or blanks around it, in composed form. Where nothing remains, `fallback` as it stands.
 QString safeName(const QString& name, const QString& fallback);
+
+/// What a clip is called on disk.
+struct ClipNames
+{
+    QString safeTitle;
+    /// What all its files' names begin with.
+    QString base;
+
+    bool operator==(const ClipNames&) const = default;
+};
+
+/// The names of the clip at the zero-based position `index` of the library. `existing` is what
+/// `ExistingFiles::byTitle` found in the folder before the run.
+ClipNames clipNames(const Clip& clip, int index, const QHash<QString, QString>& existing);
 
 /// File extension of a cover, by its address: "png", "webp" or "jpg".
 QString artworkExtension(const QString& address);

@@ -13,8 +13,8 @@ namespace orvane {
 /// A project of the user.
 struct Workspace
 {
-    QString id;
-    QString name;
+    QString id = {};
+    QString name = {};
 
     bool operator==(const Workspace&) const = default;
 
