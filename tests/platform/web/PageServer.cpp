@@ -1,0 +1,130 @@
+#include "tests/platform/web/PageServer.h"
+
+#include "platform/web/WebPage.h"
+
+#include <QEventLoop>
+#include <QSignalSpy>
+#include <QSslConfiguration>
+#include <QSslServer>
+#include <QTcpSocket>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace orvane::test {
+namespace {
+
+constexpr std::chrono::milliseconds longestWait = std::chrono::minutes(1);
+
+QByteArray response(const Page& page)
+{
+    return "HTTP/1.1 " + QByteArray::number(page.status) + " Answer\r\nContent-Type: " + page.contentType +
+           "\r\nContent-Length: " + QByteArray::number(page.body.size()) + "\r\n" + page.headers +
+           "Connection: close\r\n\r\n" + page.body;
+}
+
+QByteArray pathOf(const QByteArray& head)
+{
+    return head.split(' ').value(1).split('?').first();
+}
+
+} // namespace
+
+PageServer::PageServer()
+    : server_(std::make_unique<QTcpServer>())
+{
+    listen();
+}
+
+PageServer::PageServer(const QSslConfiguration& tls)
+    : tls_(true)
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(tls);
+    server_ = std::move(server);
+    listen();
+}
+
+void PageServer::listen()
+{
+    server_->listen(QHostAddress::LocalHost);
+    QObject::connect(server_.get(), &QTcpServer::pendingConnectionAvailable, server_.get(), [this] {
+        while (QTcpSocket* socket = server_->nextPendingConnection()) {
+            QObject::connect(socket, &QTcpSocket::readyRead, server_.get(), [this, socket] { answer(*socket); });
+            QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+            if (socket->bytesAvailable() > 0)
+                answer(*socket);
+        }
+    });
+}
+
+void PageServer::answer(QTcpSocket& socket)
+{
+    if (!socket.peek(65536).contains("\r\n\r\n"))
+        return;
+    const QByteArray head = socket.readAll();
+    requests_.append(head);
+    const Page page = pages_.value(pathOf(head), Page{.body = "not here", .status = 404});
+    if (page.silent)
+        return;
+    socket.write(response(page));
+    socket.disconnectFromHost();
+}
+
+QUrl PageServer::url(const QString& path, const QString& host) const
+{
+    QUrl url;
+    url.setScheme(tls_ ? u"https"_s : u"http"_s);
+    url.setHost(host);
+    url.setPort(server_->serverPort());
+    url.setPath(path);
+    return url;
+}
+
+QByteArray PageServer::cookiesSentTo(const QByteArray& path) const
+{
+    QByteArray cookies;
+    for (const QByteArray& head : requests_) {
+        if (pathOf(head) != path)
+            continue;
+        cookies.clear();
+        for (const QByteArray& line : head.split('\n')) {
+            if (line.toLower().startsWith("cookie:"))
+                cookies = line.mid(7).trimmed();
+        }
+    }
+    return cookies;
+}
+
+bool eventually(const std::function<bool()>& holds)
+{
+    // The engine does one piece of its work for each turn of the loop, so that the loop must not pause between turns.
+    QEventLoop loop;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+        if (holds())
+            loop.quit();
+    });
+    look.start(2);
+    QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
+    if (!holds())
+        loop.exec();
+    return holds();
+}
+
+bool load(WebPage& page, const QUrl& url)
+{
+    QSignalSpy finished(&page, &WebPage::finished);
+    QSignalSpy failed(&page, &WebPage::failed);
+    page.load(url);
+    eventually([&] { return !finished.isEmpty() || !failed.isEmpty(); });
+    return !finished.isEmpty();
+}
+
+ScriptOutcome call(WebPage& page, const QString& body, const QJsonObject& arguments,
+                   std::chrono::milliseconds timeLimit)
+{
+    return QCoro::waitFor(page.callAsync(body, arguments, timeLimit));
+}
+
+} // namespace orvane::test
