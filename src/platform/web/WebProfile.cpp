@@ -102,7 +102,7 @@ QCoro::Task<> WebProfile::leavePages(SiteData::HostTest belongs)
     for (const QPointer<WebPage>& page : std::as_const(leaving)) {
         if (!page)
             continue;
-        co_await page->callAsync(SiteData::clearingScript(), {}, 3s);
+        co_await page->callAsync(SiteData::clearingScript(), QJsonObject(), 3s);
         if (!page)
             continue;
         page->load(QUrl(u"about:blank"_s));
@@ -115,7 +115,7 @@ QCoro::Task<> WebProfile::clearStorage(QUrl origin)
     WebPage page(*this);
     page.show(u"<!doctype html>"_s, origin);
     co_await qCoro(&page, &WebPage::finished, 3s);
-    co_await page.callAsync(SiteData::clearingScript(), {}, 3s);
+    co_await page.callAsync(SiteData::clearingScript(), QJsonObject(), 3s);
 }
 
 } // namespace orvane

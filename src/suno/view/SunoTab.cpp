@@ -90,7 +90,8 @@ void SunoTab::captureToken()
 QCoro::Task<> SunoTab::capture()
 {
     capturing_ = true;
-    const ScriptOutcome outcome = co_await page().callAsync(SessionCapture::script, {}, timing_.captureTimeout);
+    const ScriptOutcome outcome =
+        co_await page().callAsync(SessionCapture::script, QJsonObject(), timing_.captureTimeout);
     capturing_ = false;
     // What a page says of itself that the user has just signed out of comes too late.
     if (signingOut_)

@@ -46,7 +46,8 @@ protected:
     {
         std::optional<ScriptOutcome> outcome;
         const auto follow = [](WebPage& where, std::optional<ScriptOutcome>& result) -> QCoro::Task<> {
-            result = co_await where.callAsync(u"window.begun = true; await new Promise(() => {});"_s, {}, 1min);
+            const QString body = u"window.begun = true; await new Promise(() => {});"_s;
+            result = co_await where.callAsync(body, QJsonObject(), 1min);
         };
         const QCoro::Task<> task = follow(page, outcome);
         EXPECT_TRUE(call(page, u"return window.begun;"_s).value.toBool());
