@@ -1,5 +1,6 @@
 #include "platform/filesystem/FileError.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <cstring>
@@ -17,7 +18,7 @@ FileError::FileError(const QString& path, int code)
 
 QString FileError::sentence() const
 {
-    return u"%1: %2"_s.arg(QFileInfo(path_).fileName(), QString::fromLocal8Bit(what()));
+    return u"%1: %2"_s.arg(QFileInfo(QDir::cleanPath(path_)).fileName(), QString::fromLocal8Bit(what()));
 }
 
 } // namespace orvane

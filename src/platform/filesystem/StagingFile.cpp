@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <optional>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -22,12 +23,16 @@ bool lockOrBusy(const Descriptor& file)
     return false;
 }
 
-bool isAt(const Descriptor& file, const QByteArray& name)
+/// Whether `file` is the one that lies at `name`; absent, with errno set, where the system does not say.
+std::optional<bool> isAt(const Descriptor& file, const QByteArray& name)
 {
     struct stat open = {};
     struct stat named = {};
-    return ::fstat(file.number(), &open) == 0 && ::lstat(name.constData(), &named) == 0 &&
-           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+    if (::fstat(file.number(), &open) != 0)
+        return {};
+    if (::lstat(name.constData(), &named) != 0)
+        return errno == ENOENT ? std::optional(false) : std::nullopt;
+    return open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 bool removeName(const QByteArray& name)
@@ -67,8 +72,11 @@ Descriptor makeStagingFile(const QByteArray& name, mode_t mode)
         }
         if (!lockOrBusy(file))
             return {};
+        const std::optional<bool> ours = isAt(file, name);
+        if (!ours)
+            return {};
         // Between the two calls another program may have taken the new file for a leftover.
-        if (isAt(file, name))
+        if (*ours)
             return file;
     }
 }
@@ -80,7 +88,8 @@ bool removeStagingFile(const QByteArray& name)
         return removeName(name);
     if (!lockOrBusy(leftover))
         return false;
-    return !isAt(leftover, name) || removeName(name);
+    const std::optional<bool> stillThere = isAt(leftover, name);
+    return stillThere && (!*stillThere || removeName(name));
 }
 
 bool flushFolderOf(const QByteArray& name)
