@@ -95,11 +95,20 @@ private:
     struct Page
     {
         /// Absent when the stop flag was seen.
-        std::optional<HttpResponse> response;
+        std::optional<HttpResponse> response = {};
     };
 
+    struct Attempt;
+
+    HttpRequest requestFor(const QUrl& url, const QString& token) const;
+    QUrl pageAddress(const QString& workspaceID, int page) const;
     QCoro::Task<Page> fetchPage(HttpRequest request, int page);
+    QCoro::Task<std::optional<QByteArray>> pageBody(HttpRequest request, int page, qsizetype kept);
+    void reportRefusal(int status, int page, qsizetype kept) const;
+    QCoro::Task<QByteArray> bodyOrNothing(HttpRequest request, std::stop_token stop);
+    QCoro::Task<Attempt> attemptDownload(HttpRequest request, QString to, int attempt);
     std::stop_token stopToken() const;
+    std::stop_token listingToken() const;
     void log(const QString& message, LogLevel level) const;
 
     HttpClient& client_;
@@ -108,6 +117,8 @@ private:
     mutable std::mutex lock_;
     bool stopping_ = false;
     std::stop_source stop_;
+    /// Ends the reading of a project list. A stop ends the one under way and bars no later one.
+    std::stop_source listingStop_;
     bool lastFetchComplete_ = true;
 };
 
