@@ -24,6 +24,8 @@ endif()
 add_library(orvane_flags INTERFACE)
 target_compile_options(orvane_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+# Records have default members: a designated initialiser names only what differs.
+target_compile_options(orvane_flags INTERFACE -Wno-missing-field-initializers)
 # g++ 12 warns of its own coroutine frames and of inlined library code at -O2; neither names a fault of ours.
 target_compile_options(orvane_flags INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized -Wno-stringop-overflow -Wno-array-bounds -Wno-restrict>)

@@ -42,8 +42,7 @@ def is_ours(name):
     return name.startswith(PREFIX) and name not in ORPHANS and "_test" not in name
 
 
-def edge_breaches(table, graph):
-    shipped = {name for name in graph if is_ours(name)}
+def edge_breaches(table, graph, shipped):
     for name in sorted(shipped - set(table)):
         yield f"{name} stands in no line of the table"
     for name in sorted(set(table) - shipped):
@@ -87,8 +86,18 @@ def header_owners(source, owners):
     return result
 
 
-def include_breaches(source, build, graph):
-    owners = target_sources(source, build)
+def shipped_targets(source, graph, owners):
+    """Targets of the product, the demonstration and the laboratory: all but those of which every source is a test's,
+    a benchmark's or a fuzzer's."""
+    aside = {source / folder for folder in ("tests", "bench", "benchmarks", "fuzz")}
+    apart = set()
+    for path, targets in owners.items():
+        if aside & set(path.parents):
+            apart |= targets
+    return {name for name in graph if is_ours(name)} - apart
+
+
+def include_breaches(source, graph, owners):
     headers = header_owners(source, owners)
     for path, targets in sorted(owners.items()):
         if source / "src" not in path.parents:
@@ -104,8 +113,10 @@ def include_breaches(source, build, graph):
 def main():
     source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
     graph = read_graph(export_graph(build))
-    breaches = list(edge_breaches(read_table(source / "cmake" / "edges.txt"), graph))
-    breaches += include_breaches(source, build, graph)
+    owners = target_sources(source, build)
+    table = read_table(source / "cmake" / "edges.txt")
+    breaches = list(edge_breaches(table, graph, shipped_targets(source, graph, owners)))
+    breaches += include_breaches(source, graph, owners)
     for breach in breaches:
         print(breach)
     print(f"{sum(len(uses) for uses in graph.values())} edges read, {len(breaches)} breaches")

@@ -23,8 +23,11 @@ Sandbox::Sandbox()
     qputenv("HOME", QFile::encodeName(root));
     const std::pair<const char*, const char*> folders[] = {
         {"XDG_CONFIG_HOME", "/.config"}, {"XDG_DATA_HOME", "/.local/share"}, {"XDG_CACHE_HOME", "/.cache"}};
-    for (const auto& [variable, folder] : folders)
-        qputenv(variable, QFile::encodeName(root + QLatin1StringView(folder)));
+    for (const auto& [variable, folder] : folders) {
+        const QString path = root + QLatin1StringView(folder);
+        QDir().mkpath(path);
+        qputenv(variable, QFile::encodeName(path));
+    }
     QFile runtime(root + QLatin1StringView("/runtime"));
     QDir().mkpath(runtime.fileName());
     runtime.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

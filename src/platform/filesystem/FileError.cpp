@@ -16,9 +16,14 @@ FileError::FileError(const QString& path, int code)
 {
 }
 
+QString FileError::reason() const
+{
+    return QString::fromLocal8Bit(what());
+}
+
 QString FileError::sentence() const
 {
-    return u"%1: %2"_s.arg(QFileInfo(QDir::cleanPath(path_)).fileName(), QString::fromLocal8Bit(what()));
+    return u"%1: %2"_s.arg(QFileInfo(QDir::cleanPath(path_)).fileName(), reason());
 }
 
 } // namespace orvane

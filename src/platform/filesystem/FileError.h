@@ -17,6 +17,9 @@ public:
 
     int code() const { return code_; }
 
+    /// The system's words for the error.
+    QString reason() const;
+
     /// One sentence for the user: the file's name and the system's words for the error.
     QString sentence() const;
 

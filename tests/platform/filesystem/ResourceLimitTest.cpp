@@ -1,5 +1,5 @@
 #include "platform/filesystem/AtomicFile.h"
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,7 +1,7 @@
 #include "platform/filesystem/StagingLeftovers.h"
 
 #include "platform/filesystem/AtomicFile.h"
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <QDir>
 #include <QFile>

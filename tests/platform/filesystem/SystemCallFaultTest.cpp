@@ -1,4 +1,4 @@
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <QFile>
 #include <QMap>

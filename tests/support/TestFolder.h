@@ -17,7 +17,7 @@ public:
 
     /// The path of `name` in the folder.
     QString path(const QString& name = {}) const;
-    /// Writes a file; returns its path.
+    /// Writes a file, with the folders above it; returns its path.
     QString write(const QString& name, const QByteArray& bytes) const;
     /// What the file holds; null where it is missing.
     QByteArray read(const QString& name) const;

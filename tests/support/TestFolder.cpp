@@ -1,9 +1,10 @@
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include "platform/filesystem/FileError.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <grp.h>
 #include <sys/wait.h>
@@ -24,6 +25,7 @@ QString TestFolder::path(const QString& name) const
 QString TestFolder::write(const QString& name, const QByteArray& bytes) const
 {
     QFile file(path(name));
+    QDir(path()).mkpath(QFileInfo(name).path());
     if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("the test cannot write %s", qPrintable(file.fileName()));
     return file.fileName();
