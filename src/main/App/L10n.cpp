@@ -117,7 +117,10 @@ void applyLayoutDirection()
 
 QString t(Key key)
 {
-    return textOf(key, code(), u"en"_s);
+    std::optional<QString> found = text(code(), key);
+    if (!found)
+        found = text(u"en"_s, key);
+    return found.value_or(rawValue(key));
 }
 
 QString t(Key key, const QVariantList& arguments)

@@ -1,0 +1,180 @@
+#include "trackfiles/library/Library.h"
+
+#include <QFile>
+#include <QHash>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace orvane::Library {
+namespace {
+
+struct CloseFolder
+{
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+/// Names the visible children of an open folder, one after the other; nothing at the end or on an error.
+const dirent* nextVisible(DIR* folder)
+{
+    const dirent* child = ::readdir(folder);
+    while (child && child->d_name[0] == '.')
+        child = ::readdir(folder);
+    return child;
+}
+
+qint64 countChildren(int parent, const char* name)
+{
+    const int descriptor = ::openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return 0;
+    const Folder folder(::fdopendir(descriptor));
+    qint64 count = 0;
+    while (folder && nextVisible(folder.get()))
+        ++count;
+    return count;
+}
+
+qint64 milliseconds(const timespec& time)
+{
+    return time.tv_sec * 1000LL + time.tv_nsec / 1'000'000;
+}
+
+/// The tracks of a folder, gathered file by file.
+class Tracks
+{
+public:
+    Tracks(QString folderPath, QString folderName)
+        : path_(std::move(folderPath))
+        , name_(std::move(folderName))
+    {
+    }
+
+    void add(int parent, const char* fileName)
+    {
+        const QString name = QFile::decodeName(fileName);
+        const auto asset = classify(name, name_);
+        if (!asset)
+            return;
+        Track& track = at(trackKey(name), name);
+        track.entry.files[*asset].append(path_ + name);
+        struct stat found = {};
+        if (::fstatat(parent, fileName, &found, 0) != 0)
+            return;
+        track.entry.bytes += S_ISREG(found.st_mode) ? found.st_size : 0;
+        track.newest = std::max(track.newest.value_or(milliseconds(found.st_mtim)), milliseconds(found.st_mtim));
+    }
+
+    QList<Entry> take()
+    {
+        QList<Entry> entries;
+        entries.reserve(tracks_.size());
+        for (Track& track : tracks_) {
+            track.entry.modified = track.newest ? QDateTime::fromMSecsSinceEpoch(*track.newest) : distantPast();
+            entries.append(std::move(track.entry));
+        }
+        return entries;
+    }
+
+private:
+    struct Track
+    {
+        Entry entry;
+        std::optional<qint64> newest;
+    };
+
+    Track& at(const QString& key, const QString& fileName)
+    {
+        const auto known = places_.constFind(key);
+        if (known != places_.constEnd())
+            return tracks_[*known];
+        places_.insert(key, tracks_.size());
+        tracks_.append({.entry = {.kind = Entry::Kind::track, .name = key, .path = path_ + fileName}, .newest = {}});
+        return tracks_.last();
+    }
+
+    QString path_;
+    QString name_;
+    QList<Track> tracks_;
+    QHash<QString, qsizetype> places_;
+};
+
+/// A link to a folder is a file, as it is for the file viewers.
+bool isFolder(int parent, const dirent& child)
+{
+    if (child.d_type != DT_UNKNOWN)
+        return child.d_type == DT_DIR;
+    struct stat found = {};
+    return ::fstatat(parent, child.d_name, &found, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(found.st_mode);
+}
+
+Entry folderEntry(int parent, const QString& parentPath, const char* childName)
+{
+    const QString name = QFile::decodeName(childName);
+    struct stat found = {};
+    const bool dated = ::fstatat(parent, childName, &found, AT_SYMLINK_NOFOLLOW) == 0;
+    return {.kind = Entry::Kind::folder,
+            .name = name,
+            .path = parentPath + name,
+            .files = {},
+            .bytes = 0,
+            .modified = dated ? QDateTime::fromMSecsSinceEpoch(milliseconds(found.st_mtim)) : distantPast(),
+            .childCount = countChildren(parent, childName),
+            .duration = {}};
+}
+
+QList<Asset> missingAssets(const QList<Entry>& tracks)
+{
+    QList<Asset> missing;
+    for (const Asset asset : {Asset::audio, Asset::artwork}) {
+        const auto hasIt = [asset](const Entry& track) { return track.files.contains(asset); };
+        if (!tracks.isEmpty() && std::ranges::none_of(tracks, hasIt))
+            missing.append(asset);
+    }
+    return missing;
+}
+
+bool somethingExistsAt(const QByteArray& name)
+{
+    struct stat found = {};
+    return ::lstat(name.constData(), &found) == 0;
+}
+
+QString withoutTrailingSlashes(QString path)
+{
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path;
+}
+
+} // namespace
+
+Contents read(const QString& folder)
+{
+    const QString path = withoutTrailingSlashes(folder);
+    const QByteArray name = QFile::encodeName(path);
+    const Folder open(::opendir(name.constData()));
+    if (!open)
+        return {.entries = {}, .unreadable = somethingExistsAt(name), .missing = {}};
+
+    const QString prefix = path.endsWith(u'/') ? path : path + u'/';
+    const int parent = ::dirfd(open.get());
+    QList<Entry> folders;
+    Tracks files(prefix, path.sliced(path.lastIndexOf(u'/') + 1));
+    while (const dirent* child = nextVisible(open.get())) {
+        if (isFolder(parent, *child))
+            folders.append(folderEntry(parent, prefix, child->d_name));
+        else
+            files.add(parent, child->d_name);
+    }
+    QList<Entry> tracks = files.take();
+    sortNaturally(folders);
+    sortNaturally(tracks);
+    return {.entries = folders + tracks, .unreadable = false, .missing = missingAssets(tracks)};
+}
+
+} // namespace orvane::Library
