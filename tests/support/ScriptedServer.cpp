@@ -212,13 +212,14 @@ private:
     void serve(int connection)
     {
         while (readRequest(connection)) {
+            bool there = true;
             bool again = false;
             for (const Step& step : nextScript()) {
                 again = step.kind == Step::Kind::nextRequest;
-                if (!again && !perform(step, connection))
-                    break;
+                if (there || step.kind == Step::Kind::gate)
+                    there = perform(step, connection) && there;
             }
-            if (!again)
+            if (!again || !there)
                 break;
         }
         ::shutdown(connection, SHUT_WR);

@@ -32,7 +32,7 @@ using Script = QList<Step>;
 
 /// Sends these bytes as they stand, `times` times.
 Step send(QByteArray bytes, int times = 1);
-/// Waits until the test opens the gate.
+/// Waits until the test opens the gate; reached also when the client has left by then.
 Step gate();
 /// Says nothing until the client leaves.
 Step hold();

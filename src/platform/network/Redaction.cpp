@@ -28,7 +28,12 @@ bool isWordCharacter(QChar character)
 
 bool isTokenCharacter(QChar character)
 {
-    return isWordCharacter(character) || character == u'.';
+    return isWordCharacter(character) || character == u'.' || character == u'=';
+}
+
+bool endsWithBearer(QStringView text)
+{
+    return text.endsWith(u"bearer", Qt::CaseInsensitive);
 }
 
 /// One walk over the text; each rule looks ahead from the current place and moves it on.
@@ -44,7 +49,7 @@ public:
     {
         result_.reserve(text_.size());
         while (place_ < text_.size()) {
-            if (!takeAddressStart() && !takeAddressTail() && !takeBearer() && !takeCookie() && !takeWebToken())
+            if (!takeAddressStart() && !takeAddressTail() && !takeBearerSecret() && !takeCookie() && !takeWebToken())
                 takeCharacter();
         }
         return result_;
@@ -65,10 +70,27 @@ private:
         place_ = end;
     }
 
+    /// What is left out must not take the word with it by which the secret behind it is known.
+    void skipTo(qsizetype end)
+    {
+        while (endsWithBearer(text_.sliced(place_, end - place_))) {
+            const qsizetype secret = endOf(end, &endsAddress);
+            const qsizetype secretEnd = endOf(secret, [](QChar character) { return !endsSecret(character); });
+            if (secret == end || secretEnd == secret)
+                break;
+            result_ += text_.sliced(end, secret - end);
+            result_ += u"[removed]";
+            place_ = secret;
+            end = secretEnd;
+            inAddress_ = false;
+        }
+        place_ = end;
+    }
+
     void removeTo(qsizetype end)
     {
         result_ += u"[removed]";
-        place_ = end;
+        skipTo(end);
     }
 
     void takeCharacter()
@@ -99,22 +121,19 @@ private:
     {
         if (!inAddress_ || (text_[place_] != u'?' && text_[place_] != u'#'))
             return false;
-        place_ = endOf(place_, [](QChar character) { return !endsAddress(character); });
+        skipTo(endOf(place_, [](QChar character) { return !endsAddress(character); }));
         return true;
     }
 
-    bool takeBearer()
+    /// The word is looked for in what has been written, since leaving out an address's tail can bring it to the front.
+    bool takeBearerSecret()
     {
-        constexpr QStringView word = u"bearer";
-        if (!startsWith(word))
+        if (endsSecret(text_[place_]) || result_.isEmpty() || !endsAddress(result_.back()))
             return false;
-        const qsizetype afterWord = place_ + word.size();
-        const qsizetype secret = endOf(afterWord, [](QChar character) { return character.isSpace(); });
-        const qsizetype end = endOf(secret, [](QChar character) { return !endsSecret(character); });
-        copyTo(secret);
-        inAddress_ = inAddress_ && secret == afterWord;
-        if (secret > afterWord && end > secret)
-            removeTo(end);
+        const auto wordEnd = std::find_if_not(result_.crbegin(), result_.crend(), &endsAddress);
+        if (!endsWithBearer(QStringView(result_).chopped(wordEnd - result_.crbegin())))
+            return false;
+        removeTo(endOf(place_, [](QChar character) { return !endsSecret(character); }));
         return true;
     }
 
@@ -128,7 +147,8 @@ private:
         if (nameEnd == text_.size() || text_[nameEnd] != u'=')
             return true;
         copyTo(nameEnd + 1);
-        const qsizetype end = endOf(place_, [](QChar character) { return !endsSecret(character); });
+        const auto ends = inAddress_ ? &endsAddress : &endsSecret;
+        const qsizetype end = endOf(place_, [ends](QChar character) { return !ends(character); });
         if (end > place_)
             removeTo(end);
         return true;
