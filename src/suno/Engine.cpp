@@ -100,7 +100,7 @@ QString Engine::audioAddress(const Clip& clip) const
     if (clip.audioURL)
         return *clip.audioURL;
     QUrl address = endpoints_.cdn;
-    address.setPath(u'/' + QString::fromLatin1(QUrl::toPercentEncoding(clip.id)) + u".mp3"_s);
+    address.setPath(u'/' + QString::fromLatin1(QUrl::toPercentEncoding(clip.id)) + u".mp3"_s, QUrl::TolerantMode);
     return address.toString(QUrl::FullyEncoded);
 }
 
