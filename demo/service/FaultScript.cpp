@@ -1,0 +1,33 @@
+#include "demo/service/FaultScript.h"
+
+namespace orvane::demo {
+
+void FaultScript::add(const Fault& fault)
+{
+    const std::lock_guard guard(lock_);
+    faults_.append(fault);
+}
+
+void FaultScript::clear()
+{
+    const std::lock_guard guard(lock_);
+    faults_.clear();
+}
+
+std::optional<Fault> FaultScript::take(const QByteArray& target)
+{
+    const std::lock_guard guard(lock_);
+    for (Fault& fault : faults_) {
+        if (fault.times <= 0 || !target.contains(fault.where.toUtf8()))
+            continue;
+        if (fault.after > 0) {
+            --fault.after;
+            return std::nullopt;
+        }
+        --fault.times;
+        return fault;
+    }
+    return std::nullopt;
+}
+
+} // namespace orvane::demo

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "demo/service/FaultScript.h"
+#include "demo/service/HttpMessage.h"
+
+#include <QList>
+#include <QThread>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace orvane::demo {
+
+/// A request as it came over the wire.
+struct SeenRequest
+{
+    QByteArray method;
+    /// Path and query.
+    QByteArray target;
+    QByteArray host;
+    QByteArray authorization;
+    QByteArray cookie;
+    QByteArray userAgent;
+    QByteArray acceptEncoding;
+    /// Status that was answered; 0 where none was.
+    int status = 0;
+};
+
+/// An HTTP/1.1 server on 127.0.0.1, on a thread of its own. The handler is called on
+/// that thread. Everything else may be called from any thread.
+class HttpServer
+{
+public:
+    using Handler = std::function<Response(const Request& request)>;
+
+    explicit HttpServer(Handler handler);
+    ~HttpServer();
+    HttpServer(const HttpServer&) = delete;
+    HttpServer& operator=(const HttpServer&) = delete;
+
+    quint16 port() const { return port_; }
+
+    FaultScript& faults() { return faults_; }
+
+    QList<SeenRequest> requests() const;
+    void clearRequests();
+
+private:
+    class Listener;
+    friend class Connection;
+
+    void record(const SeenRequest& request);
+
+    Handler handler_;
+    FaultScript faults_;
+    mutable std::mutex lock_;
+    QList<SeenRequest> seen_;
+    QThread thread_;
+    quint16 port_ = 0;
+    std::unique_ptr<Listener> listener_;
+};
+
+} // namespace orvane::demo

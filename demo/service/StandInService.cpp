@@ -1,0 +1,259 @@
+#include "demo/service/StandInService.h"
+
+#include "demo/service/Assets.h"
+#include "demo/service/Site.h"
+#include "demo/service/Tokens.h"
+
+#include <atomic>
+#include <mutex>
+
+namespace orvane::demo {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr char signedInCookie[] = "stand_in_signed_in";
+
+Response plain(int status, const QByteArray& text)
+{
+    return {.status = status, .contentType = "text/plain", .body = text};
+}
+
+Response html(const QByteArray& page)
+{
+    return {.contentType = "text/html; charset=utf-8", .body = page, .headers = {{"Cache-Control", "no-store"}}};
+}
+
+/// The name without folder and extension.
+QString stemOf(const QString& path)
+{
+    const QString name = path.sliced(path.lastIndexOf(u'/') + 1);
+    return name.first(std::max<qsizetype>(0, name.lastIndexOf(u'.')));
+}
+
+} // namespace
+
+class StandInService::Implementation
+{
+public:
+    explicit Implementation(LibraryOptions options)
+        : library(std::move(options))
+        , server([this](const Request& request) { return answer(request); })
+    {
+    }
+
+    QByteArray address() const { return "http://127.0.0.1:" + QByteArray::number(server.port()); }
+
+    Library copyOfLibrary() const
+    {
+        const std::lock_guard guard(lock);
+        return library;
+    }
+
+    std::optional<Track> track(const QString& id) const
+    {
+        const std::lock_guard guard(lock);
+        const auto position = library.positionOf(id);
+        return position ? std::optional(library.at(*position)) : std::nullopt;
+    }
+
+    mutable std::mutex lock;
+    Library library;
+    Tokens tokens;
+    Assets assets;
+    std::atomic<bool> tokenRequired = true;
+    /// Last: its thread uses all of the above.
+    HttpServer server;
+
+private:
+    Response answer(const Request& request);
+    Response answerApi(const Request& request);
+    Response answerSite(const Request& request);
+    Response signIn(bool in) const;
+    Response audio(const QString& id);
+    Response artwork(const QString& path);
+    bool isAuthorised(const Request& request) const;
+};
+
+Response StandInService::Implementation::answer(const Request& request)
+{
+    const QString path = request.path();
+    if (path.startsWith(u"/api/"))
+        return answerApi(request);
+    if (path.startsWith(u"/image/"))
+        return artwork(path);
+    if (path.endsWith(u".mp3"))
+        return audio(stemOf(path));
+    return answerSite(request);
+}
+
+bool StandInService::Implementation::isAuthorised(const Request& request) const
+{
+    const QByteArray authorization = request.header("Authorization");
+    const QByteArray bearer = authorization.startsWith("Bearer ") ? authorization.sliced(7) : QByteArray();
+    return !tokenRequired || tokens.isValid(bearer) || tokens.isValid(request.cookie("__session"));
+}
+
+Response StandInService::Implementation::answerApi(const Request& request)
+{
+    if (!isAuthorised(request))
+        return {.status = 401, .body = R"({"detail": "Unauthorized"})"};
+    const QString path = request.path();
+    const std::lock_guard guard(lock);
+    if (path == u"/api/feed/v2")
+        return {.body = library.page(request.query(u"page"_s).toInt(), request.query(u"project_id"_s), address())};
+    if (path == u"/api/project/me")
+        return {.body = library.projects()};
+    return {.status = 404, .body = R"({"detail": "Not found"})"};
+}
+
+Response StandInService::Implementation::answerSite(const Request& request)
+{
+    const QString path = request.path();
+    const bool signedIn = !request.cookie(signedInCookie).isEmpty();
+    if (request.method == "POST")
+        return signIn(path == u"/sign-in");
+    if (path == u"/token")
+        return signedIn ? plain(200, tokens.current()) : plain(401, "signed out");
+    if (path == u"/popup-sign-in")
+        return html(Site::popup());
+    if (path == u"/")
+        return html(Site::page(copyOfLibrary(), signedIn, {}));
+    if (path.startsWith(u"/project/"))
+        return html(Site::page(copyOfLibrary(), signedIn, path.sliced(9)));
+    return plain(404, "not found");
+}
+
+Response StandInService::Implementation::signIn(bool in) const
+{
+    const QByteArray cookie = QByteArray(signedInCookie) +
+                              (in ? "=yes; Path=/; HttpOnly; SameSite=Lax; Max-Age=31536000" : "=; Path=/; Max-Age=0");
+    return {.status = 204, .headers = {{"Set-Cookie", cookie}}};
+}
+
+Response StandInService::Implementation::audio(const QString& id)
+{
+    const std::optional<Track> found = track(id);
+    if (!found)
+        return plain(404, "not found");
+    const std::optional<qint64> size = copyOfLibrary().options().assetBytes;
+    if (size)
+        return {.contentType = "audio/mpeg", .streamed = assets.repeatedAudio(*size)};
+    return {.contentType = "audio/mpeg", .body = assets.audio(*found)};
+}
+
+Response StandInService::Implementation::artwork(const QString& path)
+{
+    const std::optional<Track> found = track(stemOf(path));
+    if (!found)
+        return plain(404, "not found");
+    const QByteArray type = found->artworkExtension == u"jpg" ? "jpeg" : found->artworkExtension.toLatin1();
+    return {.contentType = "image/" + type, .body = assets.artwork(*found)};
+}
+
+StandInService::StandInService(LibraryOptions options)
+    : implementation_(std::make_unique<Implementation>(std::move(options)))
+{
+}
+
+StandInService::~StandInService() = default;
+
+Endpoints StandInService::endpoints() const
+{
+    const QUrl home = QUrl::fromEncoded(implementation_->address() + '/');
+    return {.sunoHome = home,
+            .sunoSiteDomain = u"127.0.0.1"_s,
+            .feed = home.resolved(QUrl(u"api/feed/v2"_s)),
+            .workspaceLists = {home.resolved(QUrl(u"api/project/me"_s)), home.resolved(QUrl(u"api/project/"_s)),
+                               home.resolved(QUrl(u"api/projects"_s))},
+            .cdn = QUrl::fromEncoded(implementation_->address()),
+            .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false}},
+            .productSite = home,
+            .productDomain = u"127.0.0.1"_s};
+}
+
+void StandInService::setTokenLifetime(std::chrono::milliseconds lifetime)
+{
+    implementation_->tokens.setLifetime(lifetime);
+}
+
+QString StandInService::currentToken() const
+{
+    return QString::fromLatin1(implementation_->tokens.current());
+}
+
+void StandInService::expireTokens()
+{
+    implementation_->tokens.expire();
+}
+
+void StandInService::setTokenRequired(bool required)
+{
+    implementation_->tokenRequired = required;
+}
+
+void StandInService::setLibrary(LibraryOptions options)
+{
+    const std::lock_guard guard(implementation_->lock);
+    implementation_->library = Library(std::move(options));
+}
+
+void StandInService::addTracks(int count)
+{
+    const std::lock_guard guard(implementation_->lock);
+    implementation_->library.addAtHead(count);
+}
+
+void StandInService::script(const Fault& fault)
+{
+    implementation_->server.faults().add(fault);
+}
+
+void StandInService::clearFaults()
+{
+    implementation_->server.faults().clear();
+}
+
+QList<SeenRequest> StandInService::requests() const
+{
+    return implementation_->server.requests();
+}
+
+void StandInService::clearRequests()
+{
+    implementation_->server.clearRequests();
+}
+
+QList<Track> StandInService::tracks() const
+{
+    const Library library = implementation_->copyOfLibrary();
+    QList<Track> tracks;
+    for (int position = 0; position < library.size(); ++position)
+        tracks.append(library.at(position));
+    return tracks;
+}
+
+QString StandInService::lyricsOf(int position) const
+{
+    return implementation_->copyOfLibrary().lyricsAt(position);
+}
+
+QString StandInService::projectId(int project) const
+{
+    return implementation_->copyOfLibrary().projectId(project);
+}
+
+QByteArray StandInService::audioOf(const QString& trackId) const
+{
+    const std::optional<Track> track = implementation_->track(trackId);
+    return track ? implementation_->assets.audio(*track) : QByteArray();
+}
+
+QByteArray StandInService::artworkOf(const QString& trackId) const
+{
+    const std::optional<Track> track = implementation_->track(trackId);
+    return track ? implementation_->assets.artwork(*track) : QByteArray();
+}
+
+} // namespace orvane::demo
