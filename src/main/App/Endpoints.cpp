@@ -28,6 +28,8 @@ Endpoints Endpoints::production()
 
 bool isOnDomain(const QString& host, const QString& domain)
 {
+    if (host.isEmpty() || domain.isEmpty())
+        return false;
     return host.compare(domain, Qt::CaseInsensitive) == 0 || host.endsWith(u'.' + domain, Qt::CaseInsensitive);
 }
 
@@ -35,7 +37,7 @@ bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QString&
 {
     return std::any_of(domains.begin(), domains.end(), [&host](const CredentialDomain& rule) {
         const bool same = host.compare(rule.domain, Qt::CaseInsensitive) == 0;
-        return same ? rule.itself : rule.subdomains && isOnDomain(host, rule.domain);
+        return isOnDomain(host, rule.domain) && (same ? rule.itself : rule.subdomains);
     });
 }
 

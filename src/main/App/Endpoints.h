@@ -43,7 +43,7 @@ struct Endpoints
 /// Whether `host` is one that a credential may go to. Compared without case.
 bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QString& host);
 
-/// Whether `host` is `domain` or lies below it. Compared without case; an empty host never does.
+/// Whether `host` is `domain` or lies below it. Compared without case; an empty one of the two never does.
 bool isOnDomain(const QString& host, const QString& domain);
 
 } // namespace orvane

@@ -117,10 +117,7 @@ void applyLayoutDirection()
 
 QString t(Key key)
 {
-    std::optional<QString> found = text(code(), key);
-    if (!found)
-        found = text(u"en"_s, key);
-    return found.value_or(rawValue(key));
+    return textOf(key, code(), u"en"_s);
 }
 
 QString t(Key key, const QVariantList& arguments)

@@ -58,4 +58,12 @@ std::optional<QString> text(const QString& code, Key key)
     return found == texts->constEnd() ? std::nullopt : std::optional(*found);
 }
 
+QString textOf(Key key, const QString& code, const QString& otherwise)
+{
+    std::optional<QString> found = text(code, key);
+    if (!found)
+        found = text(otherwise, key);
+    return found.value_or(rawValue(key));
+}
+
 } // namespace orvane::L10n

@@ -89,6 +89,15 @@ void Paint::chevron(QPainter& painter, const QRectF& rect, const QColor& colour)
     painter.restore();
 }
 
+void Paint::chevronSideways(QPainter& painter, const QRectF& rect, bool pointsLeft, const QColor& colour)
+{
+    painter.save();
+    painter.translate(rect.center());
+    painter.rotate(pointsLeft ? 90 : -90);
+    chevron(painter, QRectF(-rect.height() / 2, -rect.width() / 2, rect.height(), rect.width()), colour);
+    painter.restore();
+}
+
 double Paint::contrast(const QColor& one, const QColor& other)
 {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});

@@ -29,6 +29,9 @@ void tick(QPainter& painter, const QRectF& rect, const QColor& colour);
 /// A small down-pointing mark in the middle of `rect`.
 void chevron(QPainter& painter, const QRectF& rect, const QColor& colour);
 
+/// The same, pointing to the left or to the right of the screen.
+void chevronSideways(QPainter& painter, const QRectF& rect, bool pointsLeft, const QColor& colour);
+
 /// The contrast of two opaque colours as accessibility guidelines reckon it: 1 (none) to 21 (black on white).
 /// Source: WCAG 2.1, relative luminance.
 double contrast(const QColor& one, const QColor& other);

@@ -5,10 +5,15 @@
 #include "main/Chrome/CardView.h"
 #include "main/Chrome/DarkField.h"
 #include "main/Chrome/ElidedLabel.h"
+#include "main/Chrome/FlowStack.h"
+#include "main/Chrome/Hairline.h"
 #include "main/Chrome/LogView.h"
+#include "main/Chrome/MenuChip.h"
 #include "main/Chrome/PopUpButton.h"
 #include "main/Chrome/ProgressLine.h"
+#include "main/Chrome/SegmentBar.h"
 #include "main/Chrome/StatusPill.h"
+#include "main/Chrome/TabBar.h"
 #include "main/Chrome/TickBox.h"
 
 #include <QHBoxLayout>
@@ -131,6 +136,70 @@ QWidget* log()
     return CardView::titled(u"LIVE PROGRESS"_s, {view});
 }
 
+SegmentBar* segments(const QStringList& titles, bool isEnabled = true)
+{
+    auto* bar = new SegmentBar;
+    QList<SegmentBar::Item> items;
+    for (const QString& title : titles)
+        items.append({title, int(items.size())});
+    bar->setItems(items);
+    bar->setSelectedTag(1);
+    bar->setEnabled(isEnabled);
+    return bar;
+}
+
+ToggleChip* chip(const QString& text, bool isLit, bool isEnabled = true)
+{
+    auto* made = new ToggleChip(text);
+    made->setLit(isLit);
+    made->setEnabled(isEnabled);
+    return made;
+}
+
+MenuChip* menuChip(const QString& text, int tag)
+{
+    auto* made = new MenuChip(text);
+    made->setItems({{u"Any"_s, 0}, {u"Synthwave"_s, 1}, {u"Drum & bass"_s, 2}});
+    made->setSelectedTag(tag);
+    return made;
+}
+
+QWidget* flow(bool centres)
+{
+    auto* stack = new FlowStack;
+    stack->setCentresRows(centres);
+    auto* open = menuChip(u"Mood"_s, 0);
+    open->setOpen(true);
+    stack->setViews({chip(u"Level match"_s, true), chip(u"Match tempo"_s, false), menuChip(u"Genre"_s, 0),
+                     menuChip(u"Genre"_s, 2), open, chip(u"Fade edges"_s, false, false), chip(u"Sweep"_s, true, false)},
+                    {new QPushButton(u"Roll"_s)});
+    return stack;
+}
+
+QWidget* choices()
+{
+    return CardView::titled(
+        u"CHOICES"_s, {segments({u"WAV"_s, u"FLAC"_s, u"ALAC"_s, u"MP3"_s}), segments({u"16:9"_s, u"9:16"_s}, false),
+                       segments({u"Nur leiser"_s, u"Lauter und leiser"_s, u"Unverändert lassen"_s, u"Unbekannt"_s}),
+                       new Hairline, flow(false), new Hairline, flow(true)});
+}
+
+QWidget* tabs()
+{
+    const QStringList titles = {u"Downloader"_s, u"Files"_s,     u"Namer"_s, u"Mastering"_s,
+                                u"Visualizer"_s, u"Automater"_s, u"DJ"_s,    u"Prompt Master"_s};
+    auto* widget = new QWidget;
+    auto* column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    for (const int index : {0, 4, 7}) {
+        auto* bar = new TabBar(titles);
+        bar->resize(376, bar->sizeHint().height());
+        bar->select(index);
+        column->addWidget(bar);
+    }
+    return widget;
+}
+
 } // namespace
 
 QWidget* makeGallery()
@@ -139,8 +208,7 @@ QWidget* makeGallery()
     auto* across = new QHBoxLayout(gallery);
     across->setContentsMargins(Theme::Space::large, Theme::Space::large, Theme::Space::large, Theme::Space::large);
     across->setSpacing(Theme::Space::large);
-    const std::initializer_list<std::initializer_list<QWidget*>> columns = {{states(), fields()},
-                                                                            {buttons(), ticks(), log()}};
+    const QList<QList<QWidget*>> columns = {{tabs(), states(), fields(), log()}, {buttons(), ticks(), choices()}};
     for (const auto& views : columns) {
         auto* column = new QVBoxLayout;
         for (QWidget* view : views)

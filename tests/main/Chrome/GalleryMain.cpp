@@ -1,13 +1,20 @@
+#include "main/Chrome/PopUpButton.h"
 #include "main/Chrome/Theme.h"
 #include "tests/main/Chrome/Gallery.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QImage>
+#include <QMenu>
+#include <QMessageBox>
 #include <QWidget>
 
 #include <cstdio>
 #include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -31,6 +38,52 @@ bool paint(const QDir& folder, Qt::LayoutDirection direction, double scale)
     return pictureOf(*gallery, scale).save(folder.filePath(name));
 }
 
+bool save(const QDir& folder, const QString& name, QWidget& window)
+{
+    window.show();
+    QApplication::processEvents();
+    return pictureOf(window, 2).save(folder.filePath(name + QStringLiteral(".png")));
+}
+
+void fillMenu(QMenu& menu)
+{
+    for (const auto& title : {u"Undo"_s, u"Redo"_s, u"Select All"_s})
+        menu.addAction(title, QKeySequence(u"Ctrl+Z"_s), [] {});
+    menu.addSeparator();
+    QAction* ticked = menu.addAction(u"Orvane Cursor"_s);
+    ticked->setCheckable(true);
+    ticked->setChecked(true);
+    menu.addAction(u"Reload Suno"_s)->setEnabled(false);
+    menu.addMenu(u"View"_s)->addAction(u"Nothing"_s);
+    menu.setActiveAction(menu.actions().constFirst());
+}
+
+bool paintWindows(const QDir& folder)
+{
+    QMessageBox box(QMessageBox::NoIcon, u"Orvane"_s, u"Quit while downloading?"_s);
+    box.setInformativeText(u"What is saved already is kept; starting again goes on from there."_s);
+    box.setDefaultButton(box.addButton(u"Keep downloading"_s, QMessageBox::AcceptRole));
+    box.addButton(u"Quit anyway"_s, QMessageBox::RejectRole);
+
+    QFileDialog panel(nullptr, u"Choose folder…"_s, QDir::rootPath());
+    panel.setOption(QFileDialog::DontUseNativeDialog);
+
+    QMenu menu;
+    fillMenu(menu);
+
+    orvane::PopUpButton picker;
+    for (int row = 0; row < 30; ++row) {
+        picker.addItem(u"Project %1 with its name"_s.arg(row));
+        if (row == 0)
+            picker.addSeparator();
+    }
+    picker.resize(300, picker.sizeHint().height());
+    picker.show();
+    picker.showPopup();
+    return save(folder, u"dialog"_s, box) && save(folder, u"panel"_s, panel) && save(folder, u"menu"_s, menu) &&
+           save(folder, u"list"_s, *picker.view()->window());
+}
+
 } // namespace
 
 // Usage: FOLDER. Paints the controls at several scales, in both directions, into FOLDER.
@@ -48,5 +101,7 @@ int main(int argc, char** argv)
         for (const double scale : {1.0, 1.25, 1.5, 2.0})
             isDone = isDone && paint(folder, direction, scale);
     }
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    isDone = isDone && paintWindows(folder);
     return isDone ? 0 : 1;
 }

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QJsonValue>
+#include <QStringList>
+
+#include <span>
+#include <stdexcept>
+
+namespace orvane::lab {
+
+/// What a verb was not given, or given wrongly; its words are a sentence.
+class UsageError : public std::runtime_error
+{
+public:
+    explicit UsageError(const QString& sentence)
+        : std::runtime_error(sentence.toStdString())
+    {
+    }
+};
+
+/// One thing that the laboratory does: from arguments to an object or an array. It throws what its work throws.
+struct Verb
+{
+    const char* name;
+    /// What follows the name on a command line.
+    const char* arguments;
+    QJsonValue (*run)(const QStringList& arguments);
+};
+
+/// All verbs, in alphabetical order.
+std::span<const Verb> verbs();
+
+QJsonValue decode(const QStringList& arguments);
+QJsonValue master(const QStringList& arguments);
+QJsonValue measure(const QStringList& arguments);
+QJsonValue platforms(const QStringList& arguments);
+
+} // namespace orvane::lab

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+#include <functional>
+
+class QScrollArea;
+class QWheelEvent;
+
+namespace orvane {
+
+class CardView;
+class TabButton;
+
+/// The tools' tabs in a card. Where they do not fit it scrolls sideways, by wheel, trackpad and keyboard, and fades out
+/// at an end only while there is more in that direction.
+class TabBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TabBar(const QStringList& titles, QWidget* parent = nullptr);
+
+    /// Called with the index of the tab that the user chose, after it was selected here.
+    std::function<void(int)> onSelect;
+
+    int selected() const { return selected_; }
+
+    /// Makes it the active tab and scrolls it into view. An index beyond the buttons does nothing.
+    void select(int index);
+
+    const QList<TabButton*>& buttons() const { return buttons_; }
+
+    /// The end where the first tab is.
+    QWidget* fadeLeading() const { return fadeLeading_; }
+
+    /// The end where the last tab is.
+    QWidget* fadeTrailing() const { return fadeTrailing_; }
+
+    QScrollArea* scroller() const { return scroller_; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildTrack(const QStringList& titles);
+    void buildFades();
+    void choose(int index);
+    void scrollBy(const QWheelEvent& wheel);
+    void scrollIntoView(int index);
+    void placeParts();
+    void updateFades();
+    int indexFor(int key) const;
+
+    CardView* card_;
+    QScrollArea* scroller_;
+    QWidget* track_;
+    QWidget* fadeLeading_;
+    QWidget* fadeTrailing_;
+    QList<TabButton*> buttons_;
+    int selected_ = 0;
+};
+
+} // namespace orvane

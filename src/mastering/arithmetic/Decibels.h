@@ -1,0 +1,21 @@
+#pragma once
+
+#include "mastering/arithmetic/Reading.h"
+
+#include <cmath>
+
+namespace orvane::Master {
+
+/// The level of a magnitude, in dB; minus infinity where it is not above 0.
+inline double decibels(double magnitude)
+{
+    return magnitude > 0.0 ? 20.0 * std::log10(magnitude) : minusInfinity;
+}
+
+/// The factor that a gain of so many dB stands for.
+inline double linearGain(double decibels)
+{
+    return std::pow(10.0, decibels / 20.0);
+}
+
+} // namespace orvane::Master

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace orvane::Master {
+
+/// The largest of the values in a window that slides over a signal, in constant time a value on average and memory for
+/// one window.
+class SlidingMaximum
+{
+public:
+    /// `length` of the window in values, at least 1.
+    explicit SlidingMaximum(std::size_t length);
+
+    /// Takes the value at `index`; indices ascend, and those left out count as no value.
+    void add(std::size_t index, double value);
+
+    /// Lets go of what lies in front of `index`.
+    void advanceTo(std::size_t index);
+
+    /// The largest value held; 0 when there is none.
+    double largest() const { return count_ == 0 ? 0.0 : at(0).value; }
+
+private:
+    struct Entry
+    {
+        std::size_t index;
+        double value;
+    };
+
+    const Entry& at(std::size_t place) const { return ring_[(first_ + place) % ring_.size()]; }
+
+    /// Values that fall from front to back: whoever has a larger one behind him will never be the largest.
+    std::vector<Entry> ring_;
+    std::size_t first_ = 0;
+    std::size_t count_ = 0;
+};
+
+/// For each index the largest of the `length` values from there on, as far as there are any. `values` are not negative.
+std::vector<double> slidingMaximum(std::span<const double> values, std::size_t length);
+
+} // namespace orvane::Master
