@@ -1,6 +1,7 @@
 #include "mastering/arithmetic/TruePeak.h"
 
 #include "mastering/arithmetic/Decibels.h"
+#include "mastering/arithmetic/InParallel.h"
 #include "mastering/arithmetic/PeakKernel.h"
 
 #include <algorithm>
@@ -166,10 +167,11 @@ double largestMagnitude(const Channels& channels)
 
 double peakDB(const Channels& channels, double)
 {
-    double largest = largestMagnitude(channels);
-    for (const auto& channel : channels)
-        largest = truePeakAbove(channel, largest);
-    return decibels(largest);
+    const double samplePeak = largestMagnitude(channels);
+    std::vector<double> peaks(channels.size());
+    const auto scan = [&](std::size_t channel) { peaks[channel] = truePeakAbove(channels[channel], samplePeak); };
+    inParallel(channels.size(), processorCount(), scan);
+    return decibels(peaks.empty() ? 0.0 : *std::max_element(peaks.begin(), peaks.end()));
 }
 
 double samplePeakDB(const Channels& channels)

@@ -1,0 +1,161 @@
+#include "mastering/arithmetic/Limiter.h"
+
+#include "mastering/arithmetic/SlidingMaximum.h"
+#include "tests/mastering/arithmetic/Reference.h"
+#include "tests/mastering/arithmetic/Signals.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+
+using namespace orvane;
+using namespace orvane::test;
+
+namespace {
+
+constexpr double rate = 44100.0;
+constexpr std::size_t lookAhead = 220;
+constexpr std::size_t release = 2205;
+
+double linear(double decibels)
+{
+    return std::pow(10.0, decibels / 20.0);
+}
+
+/// A quiet even signal with one sample of `height` at `place`, limited: its gain at each frame.
+Samples gainsAround(double height, std::size_t place, std::size_t frames, double ceiling)
+{
+    Channels channels{Samples(frames, 0.01), Samples(frames, -0.01)};
+    channels[0][place] = height;
+    Master::limit(channels, ceiling, rate);
+    Samples gains;
+    for (const double sample : channels[1])
+        gains.push_back(sample / -0.01);
+    return gains;
+}
+
+} // namespace
+
+TEST(SlidingMaximum, everyLengthIsAsABruteSearchSays)
+{
+    for (const std::size_t window : {1u, 2u, 3u, 7u, 20u}) {
+        for (std::size_t frames = 0; frames <= 3 * window; ++frames) {
+            Samples values = noise(frames, 1.0, unsigned(frames));
+            for (double& value : values)
+                value = std::round(std::abs(value) * 3.0);
+            EXPECT_EQ(Master::slidingMaximum(values, window), Reference::slidingMaximum(values, window));
+        }
+    }
+}
+
+TEST(SlidingMaximum, everyLengthUpToThreeLookAheadsIsAsABruteSearchSays)
+{
+    for (std::size_t frames = 0; frames <= 3 * lookAhead; ++frames) {
+        Samples values = noise(frames, 1.0, unsigned(frames));
+        for (double& value : values)
+            value = std::abs(value);
+        ASSERT_EQ(Master::slidingMaximum(values, lookAhead), Reference::slidingMaximum(values, lookAhead)) << frames;
+    }
+}
+
+TEST(SlidingMaximum, risingAndFallingValuesFillAndEmptyIt)
+{
+    Samples rising;
+    for (int value = 0; value < 100; ++value)
+        rising.push_back(value);
+    const Samples falling(rising.rbegin(), rising.rend());
+    EXPECT_EQ(Master::slidingMaximum(rising, 10), Reference::slidingMaximum(rising, 10));
+    EXPECT_EQ(Master::slidingMaximum(falling, 10), Reference::slidingMaximum(falling, 10));
+    EXPECT_EQ(Master::slidingMaximum(Samples(100, 1.0), 10), Samples(100, 1.0));
+}
+
+TEST(Limiter, everySignalComesOutAsThePlainDefinitionSays)
+{
+    for (const double hertz : {100.0, 8000.0, 11025.0, 44100.0}) {
+        for (const std::size_t frames : {1u, 3u, 219u, 220u, 221u, 4095u, 4096u, 4097u, 20000u}) {
+            Channels found{noise(frames, 0.4, unsigned(frames)), noise(frames, 0.2, unsigned(frames) + 1)};
+            Channels wanted = found;
+            Master::limit(found, -6.0, hertz);
+            Reference::limit(wanted, -6.0, hertz);
+            for (std::size_t frame = 0; frame < frames; ++frame) {
+                ASSERT_NEAR(found[0][frame], wanted[0][frame], 1e-12) << frame << " of " << frames << " at " << hertz;
+                ASSERT_NEAR(found[1][frame], wanted[1][frame], 1e-12) << frame << " of " << frames << " at " << hertz;
+            }
+        }
+    }
+}
+
+TEST(LimiterLaw, noSampleEverExceedsTheCeiling)
+{
+    for (const double ceiling : {-0.1, -1.0, -6.0, -20.0}) {
+        Channels channels = music(3.0, rate);
+        channels[0] = louder(channels[0], 20.0);
+        Master::limit(channels, ceiling, rate);
+        for (const auto& channel : channels) {
+            for (const double sample : channel)
+                ASSERT_LE(std::abs(sample), linear(ceiling));
+        }
+    }
+}
+
+TEST(Limiter, whatLiesUnderTheCeilingStaysAsItIs)
+{
+    Channels channels{noise(10000, 0.1), noise(10000, 0.1, 1)};
+    for (auto& channel : channels) {
+        for (double& sample : channel)
+            sample = std::clamp(sample, -0.5, 0.5);
+    }
+    channels[0][77] = linear(-6.0);
+    channels[1][5000] = -linear(-6.0);
+    const Channels before = channels;
+    Master::limit(channels, -6.0, rate);
+    EXPECT_EQ(channels, before);
+}
+
+TEST(Limiter, aClickPullsTheGainDownOneLookAheadBeforeIt)
+{
+    const std::size_t click = 5000;
+    const Samples gains = gainsAround(1.0, click, 20000, -12.0);
+    EXPECT_EQ(gains[click - lookAhead], 1.0);
+    EXPECT_NEAR(gains[click - lookAhead + 1], linear(-12.0), 1e-12);
+    // The release tries to rise in between and is called back each time.
+    for (std::size_t frame = click - lookAhead + 1; frame <= click; ++frame) {
+        EXPECT_GE(gains[frame], linear(-12.0) - 1e-12);
+        EXPECT_LE(gains[frame], linear(-12.0) * std::exp2(1.0 / double(release)) + 1e-12);
+    }
+}
+
+TEST(Limiter, theGainRecoversSixDecibelsInFiftyMilliseconds)
+{
+    const std::size_t click = 5000;
+    const Samples gains = gainsAround(1.0, click, 20000, -12.0);
+    for (const std::size_t frame : {click + 1, click + 500, click + 1500})
+        EXPECT_NEAR(gains[frame + release] / gains[frame], 2.0, 1e-9);
+    // From -12 dB it takes two doublings less a little.
+    EXPECT_LT(gains[click + 4300], 1.0);
+    EXPECT_EQ(gains[click + 4500], 1.0);
+    EXPECT_EQ(gains.back(), 1.0);
+}
+
+TEST(Limiter, allChannelsShareOneGain)
+{
+    Channels channels{noise(20000, 0.5), noise(20000, 0.1, 1)};
+    const Channels before = channels;
+    Master::limit(channels, -10.0, rate);
+    for (std::size_t frame = 0; frame < 20000; ++frame) {
+        const bool isClamped =
+            std::abs(channels[0][frame]) >= linear(-10.0) || std::abs(channels[1][frame]) >= linear(-10.0);
+        if (isClamped || std::abs(before[0][frame]) < 0.01)
+            continue;
+        ASSERT_NEAR(channels[1][frame] / before[1][frame], channels[0][frame] / before[0][frame], 1e-9);
+    }
+}
+
+TEST(Limiter, anEmptySignalIsLeftAlone)
+{
+    Channels none;
+    Channels empty{{}, {}};
+    Master::limit(none, -1.0, rate);
+    Master::limit(empty, -1.0, rate);
+    EXPECT_TRUE(none.empty());
+    EXPECT_EQ(empty, (Channels{{}, {}}));
+}
