@@ -60,13 +60,14 @@ public:
     {
         thread_.setObjectName(u"network"_s);
         worker_->moveToThread(&thread_);
-        QObject::connect(&thread_, &QThread::finished, worker_, &QObject::deleteLater);
+        QObject::connect(worker_, &QObject::destroyed, &thread_, &QThread::quit, Qt::DirectConnection);
         thread_.start();
     }
 
     ~Thread()
     {
-        thread_.quit();
+        // In the event loop, which then still deletes what the worker lets go of.
+        worker_->deleteLater();
         thread_.wait();
     }
 

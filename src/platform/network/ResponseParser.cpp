@@ -10,6 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// As many as always fit; a further one is refused like any other character.
 constexpr int maxChunkDigits = 15;
 
 [[noreturn]] void refuse(const QString& sentence)
@@ -183,10 +184,10 @@ void ResponseParser::readChunkSize(const QByteArray& line)
 {
     qint64 size = 0;
     qsizetype digits = 0;
-    while (digits < line.size() && hexDigit(line[digits]) >= 0 && digits <= maxChunkDigits)
+    while (digits < line.size() && hexDigit(line[digits]) >= 0 && digits < maxChunkDigits)
         size = size * 16 + hexDigit(line[digits++]);
     const QByteArray rest = line.sliced(digits).trimmed();
-    if (digits == 0 || digits > maxChunkDigits || !(rest.isEmpty() || rest.startsWith(';')))
+    if (digits == 0 || !(rest.isEmpty() || rest.startsWith(';')))
         refuse(u"invalid chunk size after %1 bytes"_s.arg(bodyBytes_));
     remaining_ = size;
     state_ = size == 0 ? State::trailer : State::chunkData;

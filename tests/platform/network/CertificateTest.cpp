@@ -16,9 +16,19 @@ using namespace test;
 class Certificate : public testing::Test
 {
 protected:
-    static void SetUpTestSuite() { authority_ = std::make_unique<Authority>(); }
+    /// Made once, and before there is a second thread: the tool is a process of its own.
+    struct Papers
+    {
+        Authority authority;
+        Identity good = authority.issue("IP:127.0.0.1");
+        Identity selfSigned = authority.selfSigned("IP:127.0.0.1");
+        Identity otherName = authority.issue("IP:127.0.0.2,DNS:localhost");
+        Identity expired = authority.issue("IP:127.0.0.1", -1);
+    };
 
-    static void TearDownTestSuite() { authority_.reset(); }
+    static void SetUpTestSuite() { papers_ = std::make_unique<Papers>(); }
+
+    static void TearDownTestSuite() { papers_.reset(); }
 
     /// Fetches with a credential from a server with this identity, which must see not one byte of it.
     void expectRefusal(const Identity& identity, const std::string& words)
@@ -38,39 +48,39 @@ protected:
         EXPECT_TRUE(QDir(folder.path()).isEmpty());
     }
 
-    static inline std::unique_ptr<Authority> authority_;
+    static inline std::unique_ptr<Papers> papers_;
     HttpClient client_;
 };
 
 TEST_F(Certificate, aGoodOneIsAccepted)
 {
-    const Trust trust(authority_->certificate());
-    const TlsServer server(authority_->issue("IP:127.0.0.1"), answer("200 OK", "", "over TLS"));
+    const Trust trust(papers_->authority.certificate());
+    const TlsServer server(papers_->good, answer("200 OK", "", "over TLS"));
     const Outcome outcome = fetch(client_, server.url());
     EXPECT_EQ(outcome.response.body, "over TLS") << outcome.sentence().toStdString();
 }
 
 TEST_F(Certificate, oneThatSignsItselfIsRefused)
 {
-    const Trust trust(authority_->certificate());
-    expectRefusal(authority_->selfSigned("IP:127.0.0.1"), "self-signed");
+    const Trust trust(papers_->authority.certificate());
+    expectRefusal(papers_->selfSigned, "self-signed");
 }
 
 TEST_F(Certificate, oneForAnotherNameIsRefused)
 {
-    const Trust trust(authority_->certificate());
-    expectRefusal(authority_->issue("IP:127.0.0.2,DNS:localhost"), "did not match");
+    const Trust trust(papers_->authority.certificate());
+    expectRefusal(papers_->otherName, "did not match");
 }
 
 TEST_F(Certificate, anExpiredOneIsRefused)
 {
-    const Trust trust(authority_->certificate());
-    expectRefusal(authority_->issue("IP:127.0.0.1", -1), "expired");
+    const Trust trust(papers_->authority.certificate());
+    expectRefusal(papers_->expired, "expired");
 }
 
 TEST_F(Certificate, oneOfAnUnknownAuthorityIsRefused)
 {
-    expectRefusal(authority_->issue("IP:127.0.0.1"), "issuer certificate");
+    expectRefusal(papers_->good, "issuer certificate");
 }
 
 TEST_F(Certificate, aLargeBodyArrivesByteForByteOverTls)
@@ -78,8 +88,8 @@ TEST_F(Certificate, aLargeBodyArrivesByteForByteOverTls)
     QByteArray body;
     for (int number = 0; body.size() < 8'000'000; ++number)
         body += QByteArray::number(number * 7919LL);
-    const Trust trust(authority_->certificate());
-    const TlsServer server(authority_->issue("IP:127.0.0.1"), answer("200 OK", "", body));
+    const Trust trust(papers_->authority.certificate());
+    const TlsServer server(papers_->good, answer("200 OK", "", body));
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"x"_s);
     EXPECT_EQ(download(client_, requestFor(server.url()), path).response.size, body.size());
@@ -90,9 +100,8 @@ TEST_F(Certificate, aLargeBodyArrivesByteForByteOverTls)
 
 TEST_F(Certificate, aCutOverTlsIsNoticed)
 {
-    const Trust trust(authority_->certificate());
-    const TlsServer server(authority_->issue("IP:127.0.0.1"),
-                           answerUnmeasured("200 OK", "Content-Length: 9\r\n", "cut"));
+    const Trust trust(papers_->authority.certificate());
+    const TlsServer server(papers_->good, answerUnmeasured("200 OK", "Content-Length: 9\r\n", "cut"));
     EXPECT_EQ(fetch(client_, server.url()).sentence(), u"truncated transfer (3 of 9 bytes)");
 }
 
@@ -100,9 +109,8 @@ TEST_F(Certificate, aRedirectFromHttpsToHttpIsRefused)
 {
     ScriptedServer plain;
     plain.play({send(answer("200 OK", "", "plain"))});
-    const Trust trust(authority_->certificate());
-    const TlsServer server(authority_->issue("IP:127.0.0.1"),
-                           answer("302 Found", "Location: " + plain.url().toEncoded() + "\r\n", ""));
+    const Trust trust(papers_->authority.certificate());
+    const TlsServer server(papers_->good, answer("302 Found", "Location: " + plain.url().toEncoded() + "\r\n", ""));
     EXPECT_EQ(fetch(client_, server.url()).code(), HttpError::Code::RefusedRedirect);
     EXPECT_EQ(plain.connections(), 0);
 }
