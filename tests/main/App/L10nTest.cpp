@@ -2,7 +2,7 @@
 
 #include "main/App/L10nTables.h"
 #include "main/App/Preferences.h"
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <atomic>
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "main/App/Preferences.h"
 
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "main/App/Session.h"
 
 #include "main/App/Preferences.h"
-#include "tests/platform/filesystem/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <QDir>
 #include <QFileInfo>
