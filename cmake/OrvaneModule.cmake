@@ -2,8 +2,8 @@
 #
 #   orvane_module(NAME SOURCES … [HEADERS …] [PUBLIC …] [PRIVATE …])
 #       A static library. PUBLIC names only what its headers show.
-#   orvane_test(NAME LABEL unit|service|window|e2e SOURCES … LINKS … [DEPENDS …])
-#       One GoogleTest program, run by ctest under its label.
+#   orvane_test(NAME LABEL unit|service|window|e2e SOURCES … LINKS … [DEPENDS …] [DBUS])
+#       One GoogleTest program, run by ctest under its label. With DBUS it has a session bus of its own.
 #   orvane_fuzzer(NAME SOURCE … LINKS …)
 #       A libFuzzer target where ORVANE_FUZZERS is on; otherwise a program that ctest runs over its corpus.
 
@@ -40,7 +40,7 @@ function(orvane_test_environment test)
 endfunction()
 
 function(orvane_test name)
-  cmake_parse_arguments(arg "" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(arg "DBUS" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE orvane_flags ${arg_LINKS} orvane_test_${arg_LABEL}_main)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
@@ -48,7 +48,11 @@ function(orvane_test name)
   if(arg_DEPENDS)
     add_dependencies(${name} ${arg_DEPENDS})
   endif()
-  add_test(NAME ${name} COMMAND ${name})
+  set(bus "")
+  if(arg_DBUS)
+    set(bus dbus-run-session "--config-file=${CMAKE_SOURCE_DIR}/tests/support/session-bus.conf" --)
+  endif()
+  add_test(NAME ${name} COMMAND ${bus} $<TARGET_FILE:${name}>)
   orvane_test_environment(${name})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
