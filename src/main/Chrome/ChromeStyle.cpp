@@ -8,6 +8,7 @@
 #include <QAbstractScrollArea>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyleFactory>
@@ -22,8 +23,10 @@ constexpr int indicatorSide = 16;
 constexpr int scrollBarBreadth = 12;
 constexpr int buttonHeight = 30;
 constexpr int rowHeight = 26;
-constexpr int comboTextInset = 10;
+constexpr int separatorHeight = 9;
+constexpr int comboTextInset = 9;
 constexpr int comboMarkWidth = 28;
+constexpr QMargins fieldPadding{6, 0, 6, 0};
 
 bool isDefault(const QStyleOption* option)
 {
@@ -43,6 +46,12 @@ bool hasRoundedFrame(const QWidget* widget)
 {
     const auto* area = qobject_cast<const QAbstractScrollArea*>(widget);
     return area && area->frameShape() == QFrame::StyledPanel;
+}
+
+bool isSeparator(const QStyleOption* option)
+{
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    return item && item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty();
 }
 
 void drawBevel(QPainter& painter, const QStyleOption& option)
@@ -67,6 +76,8 @@ void ChromeStyle::polish(QWidget* widget)
         widget->setAttribute(Qt::WA_Hover);
     if (const auto* area = qobject_cast<QAbstractScrollArea*>(widget); hasRoundedFrame(area))
         area->viewport()->setAutoFillBackground(false);
+    if (auto* line = qobject_cast<QLineEdit*>(widget); line && line->hasFrame() && line->textMargins().isNull())
+        line->setTextMargins(fieldPadding);
 }
 
 void ChromeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -93,8 +104,16 @@ void ChromeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_PanelMenu:
     case PE_FrameMenu:
         return StyleParts::popUpFrame(*painter, *option);
+    case PE_IndicatorArrowUp:
+    case PE_IndicatorArrowDown:
+    case PE_IndicatorArrowLeft:
+    case PE_IndicatorArrowRight:
+        return StyleParts::arrow(*painter, *option, element);
+    case PE_IndicatorToolBarSeparator:
+        return StyleParts::separator(*painter, *option);
     case PE_FrameFocusRect:
-        if (StyleParts::showsFocusRing(*option))
+        // A chosen row shows where the focus is by itself.
+        if (StyleParts::showsFocusRing(*option) && !option->state.testFlag(State_Selected))
             Paint::box(*painter, option->rect, Theme::Radius::mark, {}, Theme::accent, 1.5);
         return;
     default:
@@ -105,30 +124,50 @@ void ChromeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
 void ChromeStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const
 {
-    if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
-        if (element == CE_PushButtonBevel)
-            return drawBevel(*painter, *option);
-        if (element == CE_PushButtonLabel) {
-            QStyleOptionButton label = *button;
-            label.palette.setColor(QPalette::ButtonText, StyleParts::labelColour(label, isDefault(option)));
-            return QProxyStyle::drawControl(element, &label, painter, widget);
-        }
-    }
-    if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
-        combo && element == CE_ComboBoxLabel) {
-        const QRect text = subControlRect(CC_ComboBox, combo, SC_ComboBoxEditField, widget);
-        const QString elided = combo->fontMetrics.elidedText(combo->currentText, Qt::ElideRight, text.width());
-        return drawItemText(painter, text, int(visualAlignment(combo->direction, Qt::AlignLeft | Qt::AlignVCenter)),
-                            combo->palette, combo->state.testFlag(State_Enabled), elided, QPalette::ButtonText);
-    }
-    if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option); item && element == CE_MenuItem) {
-        QStyleOptionMenuItem calm = *item;
-        calm.palette.setColor(QPalette::Highlight, Theme::raisedHover);
-        return QProxyStyle::drawControl(element, &calm, painter, widget);
-    }
-    if (element == CE_ShapedFrame && hasRoundedFrame(widget))
-        return StyleParts::field(*painter, *option);
-    QProxyStyle::drawControl(element, option, painter, widget);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (button && element == CE_PushButtonBevel)
+        drawBevel(*painter, *option);
+    else if (button && element == CE_PushButtonLabel)
+        drawButtonLabel(*button, *painter, widget);
+    else if (combo && element == CE_ComboBoxLabel)
+        drawComboLabel(*combo, *painter, widget);
+    else if (item && element == CE_MenuItem)
+        drawMenuItem(*item, *painter, widget);
+    else if (element == CE_HeaderSection || element == CE_HeaderEmptyArea)
+        StyleParts::header(*painter, *option);
+    else if (element == CE_ShapedFrame && hasRoundedFrame(widget))
+        StyleParts::field(*painter, *option);
+    else
+        QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void ChromeStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const
+{
+    QStyleOptionButton label = option;
+    label.palette.setColor(QPalette::ButtonText, StyleParts::labelColour(label, isDefault(&option)));
+    QProxyStyle::drawControl(CE_PushButtonLabel, &label, &painter, widget);
+}
+
+void ChromeStyle::drawComboLabel(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) const
+{
+    const QRect text = subControlRect(CC_ComboBox, &option, SC_ComboBoxEditField, widget);
+    const QString elided = option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, text.width());
+    const Qt::Alignment leading = visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter);
+    drawItemText(&painter, text, int(leading), option.palette, option.state.testFlag(State_Enabled), elided,
+                 QPalette::ButtonText);
+}
+
+void ChromeStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter, const QWidget* widget) const
+{
+    if (isSeparator(&option))
+        return StyleParts::separator(painter, option);
+    QStyleOptionMenuItem label = option;
+    if (option.state.testFlag(State_Selected) && option.state.testFlag(State_Enabled))
+        StyleParts::chosenRow(painter, option);
+    label.state.setFlag(State_Selected, false);
+    QProxyStyle::drawControl(CE_MenuItem, &label, &painter, widget);
 }
 
 void ChromeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
@@ -167,6 +206,9 @@ QSize ChromeStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
         return {contents.width() + comboTextInset + comboMarkWidth, std::max(contents.height() + 10, buttonHeight)};
     case CT_LineEdit:
         return {size.width(), std::max(size.height(), buttonHeight)};
+    case CT_MenuItem:
+        return isSeparator(option) ? QSize(size.width(), separatorHeight)
+                                   : QSize(size.width() + Theme::Space::small, std::max(size.height(), rowHeight));
     case CT_ItemViewItem:
         return {size.width(), std::max(size.height(), rowHeight)};
     default:
@@ -187,6 +229,11 @@ int ChromeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
         return Theme::Space::small;
     case PM_ScrollBarExtent:
         return scrollBarBreadth;
+    case PM_FocusFrameHMargin:
+        return 3;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return Theme::Space::tight;
     case PM_ScrollView_ScrollBarSpacing:
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:

@@ -2,6 +2,10 @@
 
 #include <QProxyStyle>
 
+class QStyleOptionButton;
+class QStyleOptionComboBox;
+class QStyleOptionMenuItem;
+
 namespace orvane {
 
 /// How the desktop toolkit's own widgets are drawn: Fusion's manners in the program's look. Whoever needs a field, a
@@ -30,6 +34,11 @@ public:
                     const QWidget* widget = nullptr) const override;
     int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                   QStyleHintReturn* answer = nullptr) const override;
+
+private:
+    void drawButtonLabel(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget) const;
+    void drawComboLabel(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) const;
+    void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter, const QWidget* widget) const;
 };
 
 } // namespace orvane

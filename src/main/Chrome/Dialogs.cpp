@@ -1,8 +1,10 @@
 #include "main/Chrome/Dialogs.h"
 
 #include "main/App/L10n.h"
+#include "main/Chrome/Theme.h"
 
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
@@ -11,15 +13,34 @@
 namespace orvane {
 namespace {
 
+constexpr int leastWidth = 360;
+
+void makeRoom(QMessageBox& box)
+{
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(leastWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+// The box guesses the second text's format, and outside words may look like markup.
+void dress(QLabel& label, bool isQuestion)
+{
+    label.setTextFormat(Qt::PlainText);
+    label.setFont(isQuestion ? Theme::font(14, QFont::DemiBold) : Theme::body());
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, isQuestion ? Theme::textPrimary : Theme::textSecond);
+    label.setPalette(palette);
+}
+
 QMessageBox* makeBox(QWidget* over, const QString& text, const QString& informativeText)
 {
     auto* box = new QMessageBox(over);
     box->setTextFormat(Qt::PlainText);
     box->setText(text);
     box->setInformativeText(informativeText);
-    // The box guesses the second text's format, and outside words may look like markup.
-    for (QLabel* label : box->findChildren<QLabel*>())
-        label->setTextFormat(Qt::PlainText);
+    makeRoom(*box);
+    const QList<QLabel*> labels = box->findChildren<QLabel*>();
+    for (QLabel* label : labels)
+        dress(*label, label->text() == text);
     return box;
 }
 

@@ -94,11 +94,14 @@ void LogView::append(const QList<LogLine>& lines)
 {
     if (lines.isEmpty())
         return;
+    QScrollBar* bar = verticalScrollBar();
     const bool follows = isAtEnd();
+    // A cursor stays with its text when lines before it are dropped.
+    const QTextCursor seen(firstVisibleBlock());
+    const int linesAbove = bar->value() - firstVisibleBlock().firstLineNumber();
     insert(lines.size() > mostLines ? lines.last(mostLines) : lines);
     dropOldest();
-    if (follows)
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    bar->setValue(follows ? bar->maximum() : seen.block().firstLineNumber() + linesAbove);
 }
 
 void LogView::insert(const QList<LogLine>& lines)

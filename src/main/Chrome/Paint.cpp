@@ -2,6 +2,7 @@
 
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +19,13 @@ QPainter& smooth(QPainter& painter)
 {
     painter.setRenderHint(QPainter::Antialiasing);
     return painter;
+}
+
+QPainterPath rounded(const QRectF& rect, double radius)
+{
+    QPainterPath path;
+    path.addRoundedRect(rect, std::max(0.0, radius), std::max(0.0, radius));
+    return path;
 }
 
 double linear(double channel)
@@ -43,10 +51,15 @@ void Paint::box(QPainter& painter, const QRectF& rect, double radius, const QCol
                 double width)
 {
     painter.save();
-    smooth(painter).setPen(stroke.isValid() ? QPen(stroke, width) : QPen(Qt::NoPen));
-    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
-    const double inset = stroke.isValid() ? width / 2 : 0;
-    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+    smooth(painter);
+    if (fill.isValid())
+        painter.fillPath(rounded(rect, radius), fill);
+    if (stroke.isValid()) {
+        // The line is filled, not drawn by a pen: so its edges lie on whole pixels and square corners stay square.
+        QPainterPath line = rounded(rect, radius);
+        line.addPath(rounded(rect.adjusted(width, width, -width, -width), radius - width));
+        painter.fillPath(line, stroke);
+    }
     painter.restore();
 }
 

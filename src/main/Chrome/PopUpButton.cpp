@@ -1,9 +1,13 @@
 #include "main/Chrome/PopUpButton.h"
 
+#include "main/Chrome/StyleParts.h"
 #include "main/Chrome/Theme.h"
 
 #include <QAbstractItemView>
+#include <QPainter>
 #include <QScreen>
+#include <QStyleOption>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -13,6 +17,33 @@ namespace {
 
 constexpr int leastCharacters = 8;
 constexpr int rowsInSight = 14;
+constexpr int separatorHeight = 9;
+
+bool isSeparatorAt(const QModelIndex& index)
+{
+    return index.data(Qt::AccessibleDescriptionRole).toString() == u"separator";
+}
+
+/// Rows of the open list: a separator is a line with air above and below.
+class RowDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        if (isSeparatorAt(index))
+            StyleParts::separator(*painter, option);
+        else
+            QStyledItemDelegate::paint(painter, option, index);
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const QSize row = QStyledItemDelegate::sizeHint(option, index);
+        return isSeparatorAt(index) ? QSize(1, separatorHeight) : row;
+    }
+};
 
 } // namespace
 
@@ -26,6 +57,8 @@ PopUpButton::PopUpButton(QWidget* parent)
     setMaxVisibleItems(rowsInSight);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
+    view()->setFont(font());
+    setItemDelegate(new RowDelegate(this));
 }
 
 void PopUpButton::addSeparator()
@@ -35,7 +68,7 @@ void PopUpButton::addSeparator()
 
 bool PopUpButton::isSeparator(int row) const
 {
-    return itemData(row, Qt::AccessibleDescriptionRole).toString() == u"separator";
+    return isSeparatorAt(model()->index(row, modelColumn()));
 }
 
 void PopUpButton::showPopup()

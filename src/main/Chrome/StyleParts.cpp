@@ -148,6 +148,39 @@ void StyleParts::popUpFrame(QPainter& painter, const QStyleOption& option)
     Paint::box(painter, option.rect, 0, Theme::card, Theme::controlBorder);
 }
 
+void StyleParts::header(QPainter& painter, const QStyleOption& option)
+{
+    painter.fillRect(option.rect, Theme::card);
+    const QRect box = option.rect;
+    painter.fillRect(QRect(box.left(), box.bottom(), box.width(), 1), Theme::cardBorder);
+    const int edge = option.direction == Qt::RightToLeft ? box.left() : box.right();
+    painter.fillRect(QRect(edge, box.top() + 5, 1, std::max(0, box.height() - 10)), Theme::controlBorder);
+}
+
+void StyleParts::separator(QPainter& painter, const QStyleOption& option)
+{
+    const QRect box = option.rect.adjusted(Theme::Space::small, 0, -Theme::Space::small, 0);
+    painter.fillRect(QRect(box.left(), box.center().y(), box.width(), 1), Theme::controlBorder);
+}
+
+void StyleParts::chosenRow(QPainter& painter, const QStyleOption& option)
+{
+    Paint::box(painter, option.rect, Theme::Radius::mark, Theme::raisedHover);
+}
+
+void StyleParts::arrow(QPainter& painter, const QStyleOption& option, QStyle::PrimitiveElement element)
+{
+    const QColor colour = isEnabled(option) ? Theme::textSecond : Theme::textDisabled;
+    const bool isLeft = element == QStyle::PE_IndicatorArrowLeft;
+    if (isLeft || element == QStyle::PE_IndicatorArrowRight)
+        return Paint::chevronSideways(painter, option.rect, isLeft, colour);
+    painter.save();
+    painter.translate(QRectF(option.rect).center());
+    painter.rotate(element == QStyle::PE_IndicatorArrowUp ? 180 : 0);
+    Paint::chevron(painter, QRectF(-6, -6, 12, 12), colour);
+    painter.restore();
+}
+
 void StyleParts::comboBox(QPainter& painter, const QStyleOptionComboBox& option)
 {
     Paint::box(painter, option.rect, Theme::Radius::control, raisedGround(option), operableOutline(option));

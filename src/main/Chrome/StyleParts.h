@@ -23,6 +23,13 @@ void accentButton(QPainter& painter, const QStyleOption& option, bool isDanger);
 void checkIndicator(QPainter& painter, const QStyleOption& option);
 void radioIndicator(QPainter& painter, const QStyleOption& option);
 void popUpFrame(QPainter& painter, const QStyleOption& option);
+void header(QPainter& painter, const QStyleOption& option);
+/// A line across the middle of the option's rectangle.
+void separator(QPainter& painter, const QStyleOption& option);
+/// The ground of a menu's row under the pointer.
+void chosenRow(QPainter& painter, const QStyleOption& option);
+/// One of the four PE_IndicatorArrow… elements.
+void arrow(QPainter& painter, const QStyleOption& option, QStyle::PrimitiveElement element);
 void comboBox(QPainter& painter, const QStyleOptionComboBox& option);
 void scrollBar(QPainter& painter, const QStyleOptionSlider& option, const QRect& slider);
 

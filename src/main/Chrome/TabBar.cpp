@@ -192,6 +192,14 @@ bool TabBar::eventFilter(QObject* watched, QEvent* event)
         scrollBy(*static_cast<QWheelEvent*>(event));
         return true;
     }
+    // The scroll area between would take the arrow keys for itself.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (indexFor(key->key()) >= 0) {
+            keyPressEvent(key);
+            return true;
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -1,14 +1,15 @@
+#include "main/Chrome/Dialogs.h"
 #include "main/Chrome/PopUpButton.h"
 #include "main/Chrome/Theme.h"
 #include "tests/main/Chrome/Gallery.h"
+#include "tests/main/Chrome/Picture.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QImage>
 #include <QMenu>
-#include <QMessageBox>
+#include <QTimer>
 #include <QWidget>
 
 #include <cstdio>
@@ -18,15 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QImage pictureOf(QWidget& widget, double scale)
-{
-    QImage picture(widget.size() * scale, QImage::Format_RGB32);
-    picture.setDevicePixelRatio(scale);
-    picture.fill(orvane::Theme::bg);
-    widget.render(&picture);
-    return picture;
-}
-
 bool paint(const QDir& folder, Qt::LayoutDirection direction, double scale)
 {
     QApplication::setLayoutDirection(direction);
@@ -35,14 +27,14 @@ bool paint(const QDir& folder, Qt::LayoutDirection direction, double scale)
     QApplication::processEvents();
     const QString side = direction == Qt::RightToLeft ? QStringLiteral("rtl") : QStringLiteral("ltr");
     const QString name = QStringLiteral("controls-%1-%2.png").arg(side).arg(scale, 0, 'f', 2);
-    return pictureOf(*gallery, scale).save(folder.filePath(name));
+    return orvane::test::pictureOf(*gallery, scale).save(folder.filePath(name));
 }
 
 bool save(const QDir& folder, const QString& name, QWidget& window)
 {
     window.show();
     QApplication::processEvents();
-    return pictureOf(window, 2).save(folder.filePath(name + QStringLiteral(".png")));
+    return orvane::test::pictureOf(window, 2).save(folder.filePath(name + QStringLiteral(".png")));
 }
 
 void fillMenu(QMenu& menu)
@@ -58,13 +50,23 @@ void fillMenu(QMenu& menu)
     menu.setActiveAction(menu.actions().constFirst());
 }
 
+bool askedIsSaved(const QDir& folder)
+{
+    bool isSaved = false;
+    QTimer::singleShot(0, qApp, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        isSaved = box && save(folder, u"dialog"_s, *box);
+        if (box)
+            box->close();
+    });
+    orvane::SystemDialogs().ask(nullptr, {u"Quit while downloading?"_s,
+                                          u"What is saved already is kept; starting again goes on from there."_s,
+                                          u"Keep downloading"_s, u"Quit anyway"_s});
+    return isSaved;
+}
+
 bool paintWindows(const QDir& folder)
 {
-    QMessageBox box(QMessageBox::NoIcon, u"Orvane"_s, u"Quit while downloading?"_s);
-    box.setInformativeText(u"What is saved already is kept; starting again goes on from there."_s);
-    box.setDefaultButton(box.addButton(u"Keep downloading"_s, QMessageBox::AcceptRole));
-    box.addButton(u"Quit anyway"_s, QMessageBox::RejectRole);
-
     QFileDialog panel(nullptr, u"Choose folder…"_s, QDir::rootPath());
     panel.setOption(QFileDialog::DontUseNativeDialog);
 
@@ -80,7 +82,7 @@ bool paintWindows(const QDir& folder)
     picker.resize(300, picker.sizeHint().height());
     picker.show();
     picker.showPopup();
-    return save(folder, u"dialog"_s, box) && save(folder, u"panel"_s, panel) && save(folder, u"menu"_s, menu) &&
+    return askedIsSaved(folder) && save(folder, u"panel"_s, panel) && save(folder, u"menu"_s, menu) &&
            save(folder, u"list"_s, *picker.view()->window());
 }
 
