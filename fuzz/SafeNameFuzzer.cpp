@@ -15,9 +15,9 @@ bool isHarmful(QChar character)
     constexpr QStringView forbidden = u"/\\?%*:|\"<>";
     const char16_t unit = character.unicode();
     const bool breaksLine = unit == 0x0085 || unit == 0x2028 || unit == 0x2029;
-    const bool turnsText = unit == 0x061c || unit == 0x200e || unit == 0x200f || (unit >= 0x202a && unit <= 0x202e) ||
-                           (unit >= 0x2066 && unit <= 0x2069);
-    return unit < 0x20 || breaksLine || turnsText || forbidden.contains(character);
+    const bool isUnseen = unit == 0xfeff || unit == 0x061c || unit == 0x200e || unit == 0x200f ||
+                          (unit >= 0x202a && unit <= 0x202e) || (unit >= 0x2066 && unit <= 0x2069);
+    return unit < 0x20 || breaksLine || isUnseen || forbidden.contains(character);
 }
 
 void checkName(const QString& title)

@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString name = QString::fromUtf8(orvane::fuzz::bytes(data, size));
     const QString key = trackKey(name);
     mustHold(name.contains(key));
-    mustHold(trackKey(key + QStringLiteral(" lyrics.txt")) == trackKey(key + QStringLiteral(".mp3")) ||
+    mustHold(trackKey(key + QStringLiteral(" lyrics.txt")) == trackKey(key + QStringLiteral(".mp3")) || key.isEmpty() ||
              key.endsWith(u" lyrics"));
 
     QString title = name;

@@ -74,13 +74,12 @@ void Engine::authorize(HttpRequest& request, const QString& token) const
 
 HttpRequest Engine::requestFor(const QUrl& url, const QString& token) const
 {
-    constexpr std::chrono::seconds timeout{60};
     HttpRequest request;
     request.url = url;
     request.headers = {
         HttpHeader{.name = "User-Agent",
                    .value = "Mozilla/5.0 (Macintosh; Intel Mac OS X 10_15_7) AppleWebKit/537.36 (KHTML, like Gecko)"}};
-    request.timeout = timeout;
+    request.timeout = requestTimeout;
     authorize(request, token);
     return request;
 }

@@ -53,6 +53,8 @@ public:
     int pagePauseMs = 250;
     /// Tries for one page; 0 or less counts as 1.
     int maxPageAttempts = 4;
+    /// Longest silence of a server.
+    std::chrono::milliseconds requestTimeout{60'000};
     /// Hears every line of the log.
     std::function<void(const QString& message, LogLevel level)> onLog;
     /// Gives the token of this moment; asked once for each request.

@@ -21,9 +21,10 @@ constexpr qsizetype longestNameBytes = 200;
 /// Composing shrinks a text to a third at most, so this many code units always hold the bytes that count.
 constexpr qsizetype unitsThatCount = 4096;
 
-bool isBidirectionalControl(char16_t unit)
+/// Bidirectional controls, and the byte order mark, which a reader of the folder takes off the start of a name.
+bool isUnseenControl(char16_t unit)
 {
-    return unit == 0x061c || unit == 0x200e || unit == 0x200f || (unit >= 0x202a && unit <= 0x202e) ||
+    return unit == 0xfeff || unit == 0x061c || unit == 0x200e || unit == 0x200f || (unit >= 0x202a && unit <= 0x202e) ||
            (unit >= 0x2066 && unit <= 0x2069);
 }
 
@@ -33,7 +34,7 @@ bool isForbidden(char16_t unit)
     return unit < 0x20 || isNewline(unit) || characters.find(unit) != std::u16string_view::npos;
 }
 
-/// The start of `name` as well-formed composed text without bidirectional controls.
+/// The start of `name` as well-formed composed text without unseen controls.
 QString composedHead(const QString& name)
 {
     QString head;
@@ -45,7 +46,7 @@ QString composedHead(const QString& name)
             head.append(unit).append(name[++index]);
         else if (unit.isSurrogate())
             head.append(QChar::ReplacementCharacter);
-        else if (!isBidirectionalControl(unit.unicode()))
+        else if (!isUnseenControl(unit.unicode()))
             head.append(unit);
     }
     return head.normalized(QString::NormalizationForm_C);

@@ -7,9 +7,10 @@
 
 namespace orvane {
 
-/// A title as a file name's stem: forbidden characters and line breaks become underscores, bidirectional controls go,
-/// at most 120 characters and at most 200 bytes of UTF-8 (cut between characters as a person sees them), without dots
-/// at its ends or blanks around it, in composed form. Where nothing remains, `fallback` as it stands.
+/// A title as a file name's stem: forbidden characters and line breaks become underscores, bidirectional controls and
+/// byte order marks go, at most 120 characters and at most 200 bytes of UTF-8 (cut between characters as a person sees
+/// them), without dots at its ends or blanks around it, in composed form. Where nothing remains, `fallback` as it
+/// stands.
 QString safeName(const QString& name, const QString& fallback);
 
 /// What a clip is called on disk.

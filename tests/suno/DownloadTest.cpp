@@ -9,6 +9,7 @@ namespace orvane::test {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -11,6 +11,7 @@
 namespace orvane::test {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -28,12 +29,6 @@ Endpoints endpointsAt(const ScriptedServer& server)
         .productDomain = {},
     };
 }
-
-struct ReadOutcome
-{
-    QList<Clip> clips = {};
-    std::optional<LibraryError> error = {};
-};
 
 /// An error would not end the wait for a task, so it becomes a value.
 QCoro::Task<ReadOutcome> outcomeOf(QCoro::Task<QList<Clip>> task)
@@ -96,8 +91,9 @@ QByteArray targetOf(const QByteArray& head)
     return head.split(' ').value(1);
 }
 
-EngineTest::EngineTest()
-    : engine(client, clock, endpointsAt(server))
+EngineTest::EngineTest(HttpClient::Limits limits)
+    : client(limits)
+    , engine(client, clock, endpointsAt(server))
 {
     engine.pagePauseMs = 0;
     engine.onLog = [this](const QString& message, LogLevel level) {
@@ -105,9 +101,14 @@ EngineTest::EngineTest()
     };
 }
 
+ReadOutcome EngineTest::read(const QString& workspaceID, const QString& token)
+{
+    return QCoro::waitFor(outcomeOf(engine.fetchAllClips(workspaceID, token)));
+}
+
 QStringList EngineTest::fetch(const QString& workspaceID, const QString& token)
 {
-    const ReadOutcome outcome = QCoro::waitFor(outcomeOf(engine.fetchAllClips(workspaceID, token)));
+    const ReadOutcome outcome = read(workspaceID, token);
     if (outcome.error)
         ADD_FAILURE() << "thrown: " << outcome.error->what();
     QStringList ids;
@@ -118,7 +119,7 @@ QStringList EngineTest::fetch(const QString& workspaceID, const QString& token)
 
 std::optional<LibraryError> EngineTest::fetchError(const QString& token)
 {
-    return QCoro::waitFor(outcomeOf(engine.fetchAllClips({}, token))).error;
+    return read({}, token).error;
 }
 
 DownloadOutcome EngineTest::download(int maxAttempts)

@@ -24,8 +24,6 @@ inline void PrintTo(const DownloadOutcome& outcome, std::ostream* out)
 
 namespace orvane::test {
 
-using namespace std::chrono_literals;
-
 struct LogLine
 {
     QString message;
@@ -66,12 +64,22 @@ std::optional<QByteArray> headerIn(const QByteArray& head, const QByteArray& nam
 /// Path and query of a request.
 QByteArray targetOf(const QByteArray& head);
 
+/// How a read of the library ended.
+struct ReadOutcome
+{
+    QList<Clip> clips = {};
+    std::optional<LibraryError> error = {};
+};
+
 /// An engine before a scripted server, on a clock that does not wait.
 class EngineTest : public testing::Test
 {
 protected:
-    EngineTest();
+    explicit EngineTest(HttpClient::Limits limits = {.stallWindow = std::chrono::milliseconds(200),
+                                                     .stallBytes = 1024});
 
+    ReadOutcome read(const QString& workspaceID, const QString& token);
+    /// Identifiers of a read that throws nothing.
     QStringList fetch(const QString& workspaceID = {}, const QString& token = QStringLiteral("token"));
     /// The error that the read of the whole library ends with.
     std::optional<LibraryError> fetchError(const QString& token = QStringLiteral("token"));
@@ -88,7 +96,7 @@ protected:
     std::vector<LogLine> remarks() const;
 
     ScriptedServer server;
-    HttpClient client{{.stallWindow = 200ms, .stallBytes = 1024}};
+    HttpClient client;
     TestClock clock;
     Engine engine;
     QTemporaryDir folder;

@@ -4,6 +4,7 @@ namespace orvane::test {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -100,6 +101,17 @@ TEST_F(LibraryReader, thePauseBetweenPagesIs250Milliseconds)
     server.play(feedPage({}));
     fetch();
     EXPECT_EQ(clock.sleeps(), slices({250ms, 250ms}));
+}
+
+TEST_F(LibraryReader, aServerMayBeSilentForAMinute)
+{
+    EXPECT_EQ(Engine(client, clock, Endpoints()).requestTimeout, 60s);
+    engine.requestTimeout = 50ms;
+    server.play({hold()});
+    server.play(feedPage({}));
+    fetch();
+    EXPECT_EQ(remarks().size(), 1U);
+    EXPECT_TRUE(engine.lastFetchComplete());
 }
 
 TEST_F(LibraryReader, aRateLimitWithRetryAfterOf120Waits60Seconds)

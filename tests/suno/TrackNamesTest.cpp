@@ -106,6 +106,12 @@ TEST(SafeName, bidirectionalControlsDoNotSurvive)
     EXPECT_EQ(safe(u"\u202e.."_s), fallback);
 }
 
+TEST(SafeName, aByteOrderMarkDoesNotSurvive)
+{
+    EXPECT_EQ(safe(u"\ufeffSong\ufeff"_s), u"Song"_s);
+    EXPECT_EQ(safe(u"\ufeff."_s), fallback);
+}
+
 TEST(SafeName, loneSurrogatesAreReplaced)
 {
     const QString high{QChar(0xd83d)};
