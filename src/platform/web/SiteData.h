@@ -8,8 +8,6 @@
 #include <functional>
 #include <optional>
 
-class QWebEngineProfile;
-
 namespace orvane {
 
 /// What a profile keeps of a site, and how it is found and removed.
@@ -26,10 +24,6 @@ QSet<QUrl> originsOfHosts(const QSet<QString>& hosts);
 
 /// The origins that have a database in the profile folder, told by the names of the engine's folders.
 QSet<QUrl> originsWithDatabase(const QString& storagePath);
-
-/// Deletes every cookie of such a host and gives the hosts that had one. It goes on until a complete listing shows
-/// none, five times at most.
-QCoro::Task<QSet<QString>> deleteCookies(QWebEngineProfile& profile, HostTest belongs);
 
 /// A script that clears what its own origin has stored: local and session storage, databases, script caches and service
 /// workers, each for itself, so that one that fails leaves the others.

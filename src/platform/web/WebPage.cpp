@@ -68,6 +68,7 @@ void WebPage::connectLoading()
 void WebPage::load(const QUrl& url, std::chrono::milliseconds timeout)
 {
     loading_ = true;
+    overdue_ = false;
     timeout_.start(timeout);
     page_->load(url);
 }
@@ -119,7 +120,7 @@ void WebPage::takeLoading(const QWebEngineLoadingInfo& info)
     case QWebEngineLoadingInfo::LoadSucceededStatus:
         return endLoad();
     case QWebEngineLoadingInfo::LoadStoppedStatus:
-        return fail({.text = info.errorString(), .cancelled = true});
+        return takeStop(info.errorString());
     case QWebEngineLoadingInfo::LoadFailedStatus:
         break;
     }
@@ -149,8 +150,19 @@ void WebPage::fail(const LoadFailure& failure)
 
 void WebPage::runOutOfTime()
 {
-    stop();
-    fail({.text = u"The page did not answer in time."_s, .cancelled = false});
+    overdue_ = true;
+    if (page_->isLoading())
+        stop();
+    else
+        takeStop({});
+}
+
+void WebPage::takeStop(const QString& reason)
+{
+    if (std::exchange(overdue_, false))
+        fail({.text = u"The page did not answer in time."_s, .cancelled = false});
+    else
+        fail({.text = reason, .cancelled = true});
 }
 
 QCoro::Task<ScriptOutcome> WebPage::callAsync(QString body, QJsonObject arguments, std::chrono::milliseconds timeLimit)

@@ -122,6 +122,7 @@ private:
     void endLoad();
     void fail(const LoadFailure& failure);
     void runOutOfTime();
+    void takeStop(const QString& reason);
     void applyZoom();
 
     WebProfile& profile_;
@@ -129,6 +130,7 @@ private:
     QTimer timeout_;
     double zoom_ = 1;
     bool loading_ = false;
+    bool overdue_ = false;
     bool dead_ = false;
 };
 

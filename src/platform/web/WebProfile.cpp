@@ -1,9 +1,9 @@
 #include "platform/web/WebProfile.h"
 
+#include "platform/web/CookieRecord.h"
 #include "platform/web/WebPage.h"
 
 #include <QDir>
-#include <QNetworkCookie>
 #include <QPointer>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -57,19 +57,43 @@ void configure(QWebEngineSettings& settings)
         settings.setAttribute(choice.attribute, choice.value);
 }
 
+constexpr std::chrono::milliseconds longestWait = 3s;
+
+/// Leaves what the page shows.
+QCoro::Task<> leave(QPointer<WebPage> page)
+{
+    page->load(QUrl(u"about:blank"_s), longestWait);
+    co_await qCoro(page.data(), &WebPage::finished, longestWait);
+}
+
+/// Shows an empty document of `origin` and clears in it what that origin has stored.
+QCoro::Task<> clearStorage(QPointer<WebPage> page, QUrl origin)
+{
+    page->show(u"<!doctype html>"_s, origin);
+    co_await qCoro(page.data(), &WebPage::finished, longestWait);
+    co_await page->callAsync(SiteData::clearingScript(), QJsonObject(), longestWait);
+}
+
 } // namespace
 
 WebProfile::WebProfile(const QString& storagePath, QObject* parent)
     : QObject(parent)
-    , profile_(makeProfile(storagePath, this))
 {
+    const bool inMemory = storagePath.isEmpty();
+    const QDir folder(storagePath);
+    // Asked before the engine opens its store and so makes it.
+    const bool newStore = inMemory || !folder.exists(u"Cookies"_s);
+    profile_ = makeProfile(storagePath, this);
     profile_->setSpellCheckEnabled(false);
     configure(*profile_->settings());
+    const QString record = inMemory ? QString() : folder.absoluteFilePath(u"cookies.json"_s);
+    cookies_ = new CookieRecord(*profile_->cookieStore(), record, newStore, this);
 }
 
 WebProfile::~WebProfile()
 {
     assert(pages_.isEmpty() && "a page outlived its profile");
+    delete cookies_;
 }
 
 void WebProfile::noteVisit(const QUrl& address)
@@ -80,15 +104,20 @@ void WebProfile::noteVisit(const QUrl& address)
 
 QCoro::Task<> WebProfile::deleteSiteData(SiteData::HostTest belongs)
 {
+    // The engine does nothing for a profile before its first page.
+    WebPage page(*this);
+    co_await leave(&page);
     co_await leavePages(belongs);
-    const QSet<QString> cookieHosts = co_await SiteData::deleteCookies(*profile_, belongs);
-    profile_->clearHttpCache();
+    const QSet<QString> cookieHosts = co_await cookies_->deleteCookies(belongs);
+    // In memory the engine would drop every cookie of every site along with the cache.
+    if (!profile_->isOffTheRecord())
+        profile_->clearHttpCache();
     profile_->clearAllVisitedLinks();
     const QSet<QUrl> stored = SiteData::originsWithDatabase(profile_->persistentStoragePath());
     const QSet<QUrl> origins = SiteData::originsOfHosts(cookieHosts) + stored + visitedOrigins_;
     for (const QUrl& origin : origins) {
         if (belongs(origin.host()))
-            co_await clearStorage(origin);
+            co_await clearStorage(&page, origin);
     }
 }
 
@@ -102,20 +131,11 @@ QCoro::Task<> WebProfile::leavePages(SiteData::HostTest belongs)
     for (const QPointer<WebPage>& page : std::as_const(leaving)) {
         if (!page)
             continue;
-        co_await page->callAsync(SiteData::clearingScript(), QJsonObject(), 3s);
+        co_await page->callAsync(SiteData::clearingScript(), QJsonObject(), longestWait);
         if (!page)
             continue;
-        page->load(QUrl(u"about:blank"_s));
-        co_await qCoro(page.data(), &WebPage::finished, 3s);
+        co_await leave(page);
     }
-}
-
-QCoro::Task<> WebProfile::clearStorage(QUrl origin)
-{
-    WebPage page(*this);
-    page.show(u"<!doctype html>"_s, origin);
-    co_await qCoro(&page, &WebPage::finished, 3s);
-    co_await page.callAsync(SiteData::clearingScript(), QJsonObject(), 3s);
 }
 
 } // namespace orvane

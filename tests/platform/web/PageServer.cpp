@@ -2,6 +2,7 @@
 
 #include "platform/web/WebPage.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QSignalSpy>
 #include <QSslConfiguration>
@@ -98,6 +99,8 @@ QByteArray PageServer::cookiesSentTo(const QByteArray& path) const
 
 bool eventually(const std::function<bool()>& holds)
 {
+    // What is to be deleted later from outside of any loop would wait for the end of the program.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     // The engine does one piece of its work for each turn of the loop, so that the loop must not pause between turns.
     QEventLoop loop;
     QTimer look;
