@@ -37,7 +37,8 @@ Mp3Encoder::Mp3Encoder(double sampleRate, std::size_t channelCount, int bitRate)
     if (!fitsInteger(sampleRate))
         throw Mp3Failure::BadSettings;
     const bool isMono = channelCount == 1;
-    lame_set_in_samplerate(lame_.get(), int(sampleRate));
+    if (lame_set_in_samplerate(lame_.get(), int(sampleRate)) < 0)
+        throw Mp3Failure::BadSettings;
     lame_set_num_channels(lame_.get(), isMono ? 1 : 2);
     lame_set_brate(lame_.get(), bitRate);
     lame_set_quality(lame_.get(), 2);
