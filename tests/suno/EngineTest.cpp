@@ -30,18 +30,6 @@ Endpoints endpointsAt(const ScriptedServer& server)
     };
 }
 
-/// An error would not end the wait for a task, so it becomes a value.
-QCoro::Task<ReadOutcome> outcomeOf(QCoro::Task<QList<Clip>> task)
-{
-    ReadOutcome outcome;
-    try {
-        outcome.clips = co_await task;
-    } catch (const LibraryError& thrown) {
-        outcome.error = thrown;
-    }
-    co_return outcome;
-}
-
 } // namespace
 
 std::vector<std::chrono::milliseconds> slices(const std::vector<std::chrono::milliseconds>& waits)

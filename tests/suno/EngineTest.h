@@ -2,6 +2,7 @@
 
 #include "main/App/L10n.h"
 #include "suno/Engine.h"
+#include "tests/suno/ReadOutcome.h"
 #include "tests/support/ScriptedServer.h"
 #include "tests/support/TestClock.h"
 
@@ -63,13 +64,6 @@ Script broken();
 std::optional<QByteArray> headerIn(const QByteArray& head, const QByteArray& name);
 /// Path and query of a request.
 QByteArray targetOf(const QByteArray& head);
-
-/// How a read of the library ended.
-struct ReadOutcome
-{
-    QList<Clip> clips = {};
-    std::optional<LibraryError> error = {};
-};
 
 /// An engine before a scripted server, on a clock that does not wait.
 class EngineTest : public testing::Test
