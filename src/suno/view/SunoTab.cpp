@@ -40,9 +40,9 @@ SunoTab::SunoTab(WebProfile& profile, Session& session, Preferences& preferences
 
 SunoTab::~SunoTab()
 {
-    // The page's end answers a call that is still out, so that the scope has nothing to wait for.
-    delete web_;
-    web_ = nullptr;
+    // The page's end answers a call that is still out, so that the scope's wait is short.
+    timer_.stop();
+    delete std::exchange(web_, nullptr);
 }
 
 void SunoTab::connectPage()
@@ -82,7 +82,7 @@ void SunoTab::goHome()
 
 void SunoTab::captureToken()
 {
-    if (capturing_ || signingOut_ || !SessionCapture::mayAsk(page().url(), endpoints_.sunoSiteDomain))
+    if (!web_ || capturing_ || signingOut_ || !SessionCapture::mayAsk(page().url(), endpoints_.sunoSiteDomain))
         return;
     tasks_.add(capture());
 }
@@ -93,10 +93,16 @@ QCoro::Task<> SunoTab::capture()
     const ScriptOutcome outcome =
         co_await page().callAsync(SessionCapture::script, QJsonObject(), timing_.captureTimeout);
     capturing_ = false;
-    // What a page says of itself that the user has just signed out of comes too late.
+    takeToken(outcome.text());
+    Q_EMIT captureEnded();
+}
+
+void SunoTab::takeToken(const std::optional<QString>& answer)
+{
+    // What a page says that the user has just signed out of comes too late.
     if (signingOut_)
-        co_return;
-    if (const std::optional<QString> token = capture_.take(outcome.text(), session_.token()))
+        return;
+    if (const std::optional<QString> token = capture_.take(answer, session_.token()))
         session_.setToken(*token);
 }
 

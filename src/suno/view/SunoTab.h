@@ -66,6 +66,8 @@ public:
 Q_SIGNALS:
     /// F6 in the page: the focus wants to go to the tools.
     void leaveRequested();
+    /// The page has answered a capture, or will not any more; what it changed is in the session.
+    void captureEnded();
 
 private:
     void connectPage();
@@ -73,6 +75,7 @@ private:
     void reportFirstLoad();
     bool belongsToSite(const QString& host) const;
     QCoro::Task<> capture();
+    void takeToken(const std::optional<QString>& answer);
     QCoro::Task<> forgetSite();
 
     WebProfile& profile_;

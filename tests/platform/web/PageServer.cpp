@@ -107,7 +107,11 @@ bool eventually(const std::function<bool()>& holds)
     QObject::connect(&look, &QTimer::timeout, &loop, [&] {
         if (holds())
             loop.quit();
+        else
+            look.start();
     });
+    // One look at a time, since a look may run an event loop of its own.
+    look.setSingleShot(true);
     look.start(2);
     QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
     if (!holds())
