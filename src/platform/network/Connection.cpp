@@ -1,7 +1,6 @@
 #include "platform/network/Connection.h"
 
 #include <QHostInfo>
-#include <QNetworkProxy>
 #include <QSslConfiguration>
 
 #include <array>
@@ -83,8 +82,6 @@ void Connection::connectNext()
     address_ = untried_.takeFirst();
     socket_ = std::make_unique<QSslSocket>();
     socket_->setReadBufferSize(readAhead);
-    if (address_.isLoopback())
-        socket_->setProxy(QNetworkProxy::NoProxy);
     connect(socket_.get(), &QAbstractSocket::errorOccurred, this, &Connection::hearError);
     connect(socket_.get(), &QIODevice::readyRead, this, &Connection::arrived);
     if (!untried_.isEmpty())

@@ -255,14 +255,11 @@ void Exchange::fail(const HttpError& error)
     finish();
 }
 
-/// The file of a failed download is gone before anybody hears of the failure.
 void Exchange::finish()
 {
     idleTimer_.stop();
     paceTimer_.stop();
     connection_.reset();
-    if (headTaken_ && head_.status != 200)
-        body_->abandon();
     promise_.finish();
     Q_EMIT ended();
 }

@@ -60,8 +60,10 @@ public:
     {
         response.expectedContentLength = expected_;
         response.size = size_;
-        if (descriptor_ < 0)
+        if (descriptor_ < 0) {
+            abandon();
             return;
+        }
         const int descriptor = std::exchange(descriptor_, -1);
         if (::close(descriptor) != 0)
             fail(errno);

@@ -39,7 +39,8 @@ struct HttpResponse
     int status = 0;
     QList<HttpHeader> headers;
     QByteArray body;
-    /// Bytes that the server announced; absent for a chunked answer or an unusable announcement.
+    /// Bytes that the server announced; a body that was taken has as many, for anything else is an error. Absent where
+    /// it announced none, and where body is what a compressed answer unpacked to.
     std::optional<qint64> expectedContentLength;
     /// Bytes received: of the body in memory, or written to the file.
     qint64 size = 0;

@@ -1,6 +1,7 @@
 #include "tests/platform/network/Fetch.h"
 #include "tests/support/ScriptedServer.h"
 
+#include <QNetworkProxy>
 #include <QThread>
 
 #include <gmock/gmock.h>
@@ -130,6 +131,19 @@ TEST(HttpClient, twoRequestsAtOnceGetTheirOwnAnswers)
     EXPECT_EQ(fetch(client, other.url()).response.body, "other");
     one.openGate();
     EXPECT_EQ(QCoro::waitFor(waiting).response.body, "one");
+}
+
+TEST(HttpClient, aLoopbackAddressIsReachedWithoutTheSystemsProxy)
+{
+    ScriptedServer server;
+    server.play({send(answer("200 OK", "", "direct"))});
+    const ScriptedServer proxy(u"127.0.0.2"_s);
+    QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, u"127.0.0.2"_s, proxy.port()});
+    HttpClient client;
+    const Outcome outcome = fetch(client, server.url());
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    EXPECT_EQ(outcome.response.body, "direct");
+    EXPECT_EQ(proxy.connections(), 0);
 }
 
 TEST(HttpClient, aStopBeforeTheStartMakesNoRequest)
