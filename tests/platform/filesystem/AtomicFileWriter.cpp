@@ -1,23 +1,18 @@
 #include "platform/filesystem/AtomicFile.h"
+#include "tests/support/TraceMark.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <unistd.h>
 
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-
-/// Shows up in the trace of system calls: what lies between the two marks is what the tests break.
-void mark()
-{
-    std::ignore = ::access("atomic-file-writer-mark", F_OK);
-}
+using orvane::test::markTrace;
 
 void writeInPieces(const QString& path, const QByteArray& piece)
 {
-    mark();
+    markTrace();
     orvane::AtomicFile file(path, orvane::temporarySibling(path));
     for (int count = 0; count < 3; ++count)
         file.write(piece);
@@ -31,7 +26,7 @@ void install(const QString& path, const QByteArray& piece)
     for (int count = 0; count < 3; ++count)
         stream << piece.constData();
     stream.close();
-    mark();
+    markTrace();
     orvane::installStaged(staged, path);
 }
 
@@ -52,6 +47,6 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s\n", qPrintable(error.sentence()));
         return 1;
     }
-    mark();
+    markTrace();
     return 0;
 }

@@ -1,9 +1,7 @@
+#include "tests/support/SystemCalls.h"
 #include "tests/support/TestFolder.h"
 
 #include <QFile>
-#include <QMap>
-#include <QProcess>
-#include <QRegularExpression>
 
 #include <gmock/gmock.h>
 
@@ -17,57 +15,6 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 
 constexpr qsizetype fileSize = 300'000;
-
-/// One call among all those of its name that a process makes, counted from 1.
-struct SystemCall
-{
-    QString name;
-    int number = 0;
-};
-
-struct Outcome
-{
-    bool killed = false;
-    int exitCode = 0;
-    QString said;
-};
-
-Outcome run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // The search for leaks cannot run in a process that is traced.
-    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    if (!process.waitForFinished(60'000))
-        process.kill();
-    return {.killed = process.exitStatus() == QProcess::CrashExit,
-            .exitCode = process.exitCode(),
-            .said = QString::fromLocal8Bit(process.readAll())};
-}
-
-/// The calls between the writer's two marks that reach for a file, in their order.
-QList<SystemCall> callsBetweenMarks(const QString& trace)
-{
-    static const QRegularExpression line(u"^\\d+ +(\\w+)\\("_s);
-    static const QStringList relevant = {u"openat"_s, u"open"_s,   u"newfstatat"_s, u"lstat"_s, u"fstat"_s,
-                                         u"flock"_s,  u"fcntl"_s,  u"fchmod"_s,     u"write"_s, u"fsync"_s,
-                                         u"close"_s,  u"rename"_s, u"unlink"_s};
-    QList<SystemCall> calls;
-    QMap<QString, int> counted;
-    bool between = false;
-    for (const QString& text : trace.split(u'\n')) {
-        const QString name = line.match(text).captured(1);
-        const int number = ++counted[name];
-        if (text.contains(u"atomic-file-writer-mark"))
-            between = !between;
-        else if (between && relevant.contains(name))
-            calls.append({.name = name, .number = number});
-    }
-    return calls;
-}
 
 class SystemCallFault : public testing::TestWithParam<QString>
 {
@@ -96,19 +43,15 @@ protected:
     {
         prepare();
         const QString trace = notes.path(u"trace"_s);
-        const Outcome outcome = run(u"strace"_s, QStringList{u"-f"_s, u"-o"_s, trace} + writer(u"b"_s));
+        const ProgramOutcome outcome = runTraced(writer(u"b"_s), trace);
         EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.said);
         return callsBetweenMarks(QString::fromUtf8(notes.read(u"trace"_s)));
     }
 
-    Outcome runBroken(const SystemCall& call, const QString& fault, bool fromThenOn = false) const
+    ProgramOutcome runWriterBroken(const SystemCall& call, const QString& fault, bool fromThenOn = false) const
     {
         prepare();
-        const QString injection = u"inject=%1:%2:when=%3%4"_s.arg(call.name, fault, QString::number(call.number),
-                                                                  fromThenOn ? u"+"_s : QString());
-        return run(u"strace"_s, QStringList{u"-f"_s, u"-qq"_s, u"-o"_s, u"/dev/null"_s, u"-e"_s,
-                                            u"trace="_s + call.name, u"-e"_s, injection} +
-                                    writer(u"b"_s));
+        return runBroken(writer(u"b"_s), call, fault, fromThenOn);
     }
 
     void expectOldOrNew() const
@@ -118,7 +61,7 @@ protected:
     }
 
     /// A run that went through wrote the new file.
-    void expectHonest(const Outcome& outcome) const
+    void expectHonest(const ProgramOutcome& outcome) const
     {
         EXPECT_FALSE(outcome.killed);
         EXPECT_TRUE(outcome.exitCode == 0 || outcome.exitCode == 1) << outcome.exitCode;
@@ -134,17 +77,12 @@ protected:
     void expectNextRunToSucceed() const
     {
         const QStringList next = writer(u"c"_s);
-        const Outcome outcome = run(next.first(), next.sliced(1));
+        const ProgramOutcome outcome = runProgram(next.first(), next.sliced(1));
         EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.said);
         EXPECT_EQ(folder.names(), QStringList{u"Song.wav"_s});
         EXPECT_TRUE(folder.read(u"Song.wav"_s) == nextFile);
     }
 };
-
-std::string placeOf(const SystemCall& call, const QString& fault)
-{
-    return u"%1 %2 at call %3"_s.arg(fault, call.name, QString::number(call.number)).toStdString();
-}
 
 TEST_P(SystemCallFault, theWalkSeesEveryStepOfAWrite)
 {
@@ -166,7 +104,7 @@ TEST_P(SystemCallFault, killedAnywhereItLeavesTheOldOrTheNewFile)
     int fresh = 0;
     for (const SystemCall& call : calls()) {
         SCOPED_TRACE(placeOf(call, u"killed in"_s));
-        EXPECT_TRUE(runBroken(call, u"signal=KILL"_s).killed);
+        EXPECT_TRUE(runWriterBroken(call, u"signal=KILL"_s).killed);
         expectOldOrNew();
         ++(folder.read(u"Song.wav"_s) == oldFile ? old : fresh);
         expectNextRunToSucceed();
@@ -181,7 +119,7 @@ TEST_P(SystemCallFault, anErrorAnywhereIsSaidAndLeavesTheOldOrTheNewFile)
     for (const QString& error : {u"EIO"_s, u"ENOSPC"_s, u"EDQUOT"_s}) {
         for (const SystemCall& call : all) {
             SCOPED_TRACE(placeOf(call, error));
-            const Outcome outcome = runBroken(call, u"error="_s + error);
+            const ProgramOutcome outcome = runWriterBroken(call, u"error="_s + error);
             expectHonest(outcome);
             EXPECT_TRUE(outcome.exitCode == 0 || outcome.said.startsWith(u"Song.wav: ")) << qPrintable(outcome.said);
             expectOldOrNew();
@@ -200,7 +138,7 @@ TEST_P(SystemCallFault, anErrorThatStaysLeavesTheOldOrTheNewFile)
             continue;
         seen.append(call.name);
         SCOPED_TRACE(placeOf(call, u"ENOSPC for good from"_s));
-        expectHonest(runBroken(call, u"error=ENOSPC"_s, true));
+        expectHonest(runWriterBroken(call, u"error=ENOSPC"_s, true));
         expectOldOrNew();
         expectNothingHalfDone();
         expectNextRunToSucceed();
@@ -215,7 +153,7 @@ TEST_P(SystemCallFault, aSignalInterruptsNothing)
         if (!interruptible.contains(call.name))
             continue;
         SCOPED_TRACE(placeOf(call, u"EINTR"_s));
-        const Outcome outcome = runBroken(call, u"error=EINTR"_s);
+        const ProgramOutcome outcome = runWriterBroken(call, u"error=EINTR"_s);
         EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.said);
         EXPECT_TRUE(folder.read(u"Song.wav"_s) == newFile);
         EXPECT_EQ(folder.names(), QStringList{u"Song.wav"_s});
@@ -240,7 +178,7 @@ TEST_P(SystemCallFault, lostBytesAreNoticedAtOnceAndNothingIsTriedAgain)
     EXPECT_EQ(risky.size(), GetParam() == u"write" ? 5 : 2);
     for (const SystemCall& call : risky) {
         SCOPED_TRACE(placeOf(call, u"EIO"_s));
-        EXPECT_EQ(runBroken(call, u"error=EIO"_s).exitCode, 1);
+        EXPECT_EQ(runWriterBroken(call, u"error=EIO"_s).exitCode, 1);
         EXPECT_EQ(folder.names(), QStringList{u"Song.wav"_s});
         EXPECT_TRUE(folder.read(u"Song.wav"_s) == oldFile);
     }
@@ -252,7 +190,7 @@ TEST_P(SystemCallFault, aFolderThatCannotBeFlushedIsSaidThoughTheNewFileStands)
     for (qsizetype index = all.size() - 1; index >= 0 && all[index].name != u"rename"; --index) {
         if (all[index].name != u"fsync")
             continue;
-        EXPECT_EQ(runBroken(all[index], u"error=EIO"_s).exitCode, 1);
+        EXPECT_EQ(runWriterBroken(all[index], u"error=EIO"_s).exitCode, 1);
         EXPECT_TRUE(folder.read(u"Song.wav"_s) == newFile);
     }
 }
