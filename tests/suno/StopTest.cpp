@@ -109,6 +109,17 @@ TEST_F(Stop, whenATransportErrorComesAtTheSameMomentSaysNothingOfATryToCome)
     EXPECT_THAT(remarks(), IsEmpty());
 }
 
+TEST_F(Stop, thatComesBehindARateLimitSaysNothingOfATryToCome)
+{
+    server.play({send("HTTP/1.1 429 Slow\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), hold()});
+    auto reading = outcomeOf(engine.fetchAllClips({}, u"token"_s));
+    ASSERT_TRUE(server.waitForLeaving());
+    engine.stop();
+    EXPECT_THAT(QCoro::waitFor(std::move(reading)).clips, IsEmpty());
+    EXPECT_FALSE(engine.lastFetchComplete());
+    EXPECT_THAT(remarks(), IsEmpty());
+}
+
 TEST_F(Stop, endsTheReadingOfTheProjectList)
 {
     server.play({gate(), hold()});
@@ -142,6 +153,24 @@ TEST_F(Stop, whileTheServerIsSilentEndsTheDownload)
     stopAtGate();
     EXPECT_EQ(download(), DownloadOutcome::stopped());
     EXPECT_EQ(namesInFolder(), QStringList());
+}
+
+TEST_F(Stop, amidTheLastAttemptIsNoFailure)
+{
+    server.play({gate(), hold()});
+    stopAtGate();
+    EXPECT_EQ(download(1), DownloadOutcome::stopped());
+}
+
+TEST_F(Stop, thatComesBehindABrokenAnswerIsNoFailure)
+{
+    server.play({send("HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\n"), hold()});
+    auto saving = engine.downloadFile(server.url().toString(), target(), u"token"_s, 1);
+    ASSERT_TRUE(server.waitForLeaving());
+    engine.stop();
+    EXPECT_EQ(QCoro::waitFor(std::move(saving)), DownloadOutcome::stopped());
+    EXPECT_EQ(namesInFolder(), QStringList());
+    EXPECT_THAT(log, IsEmpty());
 }
 
 TEST_F(Stop, duringAWaitGivesStoppedAtTheNextAttempt)
