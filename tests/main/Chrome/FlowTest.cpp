@@ -154,6 +154,10 @@ TEST_F(FlowStackTest, aHiddenViewTakesNoRoom)
     EXPECT_EQ(stack.laidOutHeight(), 20);
     EXPECT_EQ(end->geometry(), QRect(80, 0, 20, 20));
     two->show();
+    one->hide();
+    QApplication::processEvents();
+    EXPECT_EQ(two->geometry(), QRect(0, 0, 40, 20));
+    one->show();
     QApplication::processEvents();
     EXPECT_EQ(stack.laidOutHeight(), 44);
 }
