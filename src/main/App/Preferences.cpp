@@ -50,9 +50,40 @@ void makePrivateFolder(const QString& folder)
     QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
+std::optional<QString> textIn(const QJsonValue& value)
+{
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+std::optional<bool> flagIn(const QJsonValue& value)
+{
+    return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
+}
+
+std::optional<double> numberIn(const QJsonValue& value)
+{
+    return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
+}
+
 bool isText(const QJsonValue& value)
 {
     return value.isString();
+}
+
+std::optional<QStringList> textsIn(const QJsonValue& value)
+{
+    const QJsonArray list = value.toArray();
+    if (!value.isArray() || !std::all_of(list.begin(), list.end(), isText))
+        return {};
+    QStringList texts;
+    for (const QJsonValue& text : list)
+        texts.append(text.toString());
+    return texts;
+}
+
+bool isThere(const QJsonValue& value)
+{
+    return !value.isUndefined();
 }
 
 } // namespace
@@ -71,20 +102,17 @@ QString Preferences::userPath(const QString& programName)
 
 std::optional<QString> Preferences::text(const QString& key) const
 {
-    const QJsonValue found = value(key);
-    return found.isString() ? std::optional(found.toString()) : std::nullopt;
+    return read(key, textIn);
 }
 
 std::optional<bool> Preferences::flag(const QString& key) const
 {
-    const QJsonValue found = value(key);
-    return found.isBool() ? std::optional(found.toBool()) : std::nullopt;
+    return read(key, flagIn);
 }
 
 std::optional<double> Preferences::number(const QString& key) const
 {
-    const QJsonValue found = value(key);
-    return found.isDouble() ? std::optional(found.toDouble()) : std::nullopt;
+    return read(key, numberIn);
 }
 
 std::optional<int> Preferences::integer(const QString& key) const
@@ -98,14 +126,7 @@ std::optional<int> Preferences::integer(const QString& key) const
 
 std::optional<QStringList> Preferences::texts(const QString& key) const
 {
-    const QJsonValue found = value(key);
-    const QJsonArray list = found.toArray();
-    if (!found.isArray() || !std::all_of(list.begin(), list.end(), isText))
-        return {};
-    QStringList texts;
-    for (const QJsonValue& text : list)
-        texts.append(text.toString());
-    return texts;
+    return read(key, textsIn);
 }
 
 void Preferences::set(const QString& key, const QJsonValue& value)
@@ -120,13 +141,15 @@ void Preferences::remove(const QString& key)
 
 bool Preferences::contains(const QString& key) const
 {
-    return !value(key).isUndefined();
+    return read(key, isThere);
 }
 
-QJsonValue Preferences::value(const QString& key) const
+template <typename Result>
+Result Preferences::read(const QString& key, Result (*in)(const QJsonValue&)) const
 {
+    // The value shares its memory with the object: it is turned into one of its own before the lock is let go.
     const std::shared_lock reading(mutex_);
-    return values_.value(key);
+    return in(values_.value(key));
 }
 
 void Preferences::change(const std::function<void(QJsonObject&)>& edit)

@@ -41,7 +41,8 @@ public:
     const QString& lastError() const { return lastError_; }
 
 private:
-    QJsonValue value(const QString& key) const;
+    template <typename Result>
+    Result read(const QString& key, Result (*in)(const QJsonValue&)) const;
     void change(const std::function<void(QJsonObject&)>& edit);
     void save();
 
