@@ -139,7 +139,7 @@ TEST(Song, liesOnTheScaleOfItsKeyMoreThanOnAnyOther)
         const int tonic = key % 12;
         const bool minor = key >= 12;
         const Song song{
-            .bpm = 120, .tonic = tonic, .minor = minor, .seconds = 9, .seed = static_cast<unsigned>(key + 3)};
+            .bpm = 160, .tonic = tonic, .minor = minor, .seconds = 12, .seed = static_cast<unsigned>(key + 3)};
         const std::array<double, 12> tones = powerOfTones(compose(song)[0]);
         const int relativeMajor = (minor ? tonic + 3 : tonic) % 12;
         EXPECT_GT(shareInScale(tones, relativeMajor), 0.95) << key;
