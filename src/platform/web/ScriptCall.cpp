@@ -32,6 +32,8 @@ ScriptCall::ScriptCall(QWebEnginePage& page, std::chrono::milliseconds timeLimit
     connect(&limit_, &QTimer::timeout, this, &ScriptCall::runOutOfTime);
     connect(&nextPoll_, &QTimer::timeout, this, &ScriptCall::poll);
     connect(&page, &QWebEnginePage::renderProcessTerminated, this, [this] { settle({}); });
+    // The document that was asked may be gone; the one that came says so at once.
+    connect(&page, &QWebEnginePage::loadFinished, this, &ScriptCall::poll);
 }
 
 ScriptCall::~ScriptCall()
@@ -67,6 +69,8 @@ void ScriptCall::takeStart(const QVariant& answer)
 
 void ScriptCall::poll()
 {
+    if (settled_)
+        return;
     nextPoll_.start(patience);
     const auto answered = [call = QPointer(this)](const QVariant& answer) {
         if (call)

@@ -32,12 +32,12 @@ public:
     /// Forgets the sites for whose hosts `belongs` is true. The profile outlives the task.
     ///
     /// In this order: pages of such a site clear their own storage and service workers and are left for about:blank;
-    /// every cookie of such a host goes; so do all marks of visited links and the whole HTTP cache on disk, which the engine
-    /// cannot tell apart by site; then local storage, databases and script caches of each such origin known: seen by a
-    /// page of this profile, named by a cookie, or with a database on disk. The engine has no list of origins. So what
-    /// can stay behind is the local storage of a host of the site that has neither cookie nor database and was not
-    /// opened since the profile was made, and a service worker of a host that no page shows; a session lives in
-    /// neither.
+    /// every cookie of such a host goes; so do all marks of visited links and the whole HTTP cache on disk, which the
+    /// engine cannot tell apart by site; then local storage, databases and script caches of each such origin known:
+    /// seen by a page of this profile, named by a cookie, or with a database on disk. The engine has no list of
+    /// origins. So what can stay behind is the local storage of a host of the site that has neither cookie nor database
+    /// and was not opened since the profile was made, and a service worker of a host that no page shows; a session
+    /// lives in neither.
     QCoro::Task<> deleteSiteData(SiteData::HostTest belongs);
 
 private:

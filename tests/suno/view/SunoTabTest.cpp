@@ -355,10 +355,11 @@ TEST_F(SunoTabTest, aTokenThatArrivesWhileSigningOutComesTooLate)
 {
     openHome();
     setToken(u"new Promise(done => setTimeout(() => done('stale'), 1))"_s);
+    QSignalSpy ended(tab.get(), &SunoTab::captureEnded);
+    QSignalSpy finished(&tab->page(), &WebPage::finished);
     tab->captureToken();
     tab->signOut();
-    QSignalSpy finished(&tab->page(), &WebPage::finished);
-    ASSERT_TRUE(eventually([&] { return finished.size() >= 2; }));
+    ASSERT_TRUE(eventually([&] { return ended.size() == 1 && finished.size() == 2; }));
     EXPECT_EQ(session.token(), u""_s);
     // And captures go on afterwards.
     capture();
