@@ -1,0 +1,227 @@
+#include "suno/LibraryExport.h"
+
+#include "main/App/L10n.h"
+#include "main/App/Session.h"
+#include "platform/async/Clock.h"
+#include "platform/filesystem/DestinationTest.h"
+#include "platform/filesystem/StagingLeftovers.h"
+#include "platform/network/Redaction.h"
+#include "suno/Engine.h"
+#include "suno/SaveClip.h"
+#include "suno/TimeLeft.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QtConcurrentRun>
+#include <qcoro/qcorofuture.h>
+#include <qcoro/qcorotimer.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace orvane {
+
+using namespace Qt::Literals::StringLiterals;
+using Ending = ExportResult::Ending;
+
+namespace {
+
+/// Half a frame: what a run over files that are all there already may take of the main thread in one go.
+constexpr qint64 longestTurnMs = 8;
+
+/// Makes the folder ready; gives the sentence of the refusal, or nothing.
+QString prepare(const QString& folder)
+{
+    try {
+        destinationWriteTest(folder);
+        removeStagingLeftovers(folder);
+        return {};
+    } catch (const FileError& refusal) {
+        return refusal.sentence();
+    }
+}
+
+TimeLeft timeLeftFor(const QList<PlannedTrack>& plan)
+{
+    const auto known = std::count_if(plan.begin(), plan.end(), [](const PlannedTrack& track) { return track.isKnown; });
+    return {static_cast<int>(plan.size() - known), static_cast<int>(known)};
+}
+
+QCoro::Task<> oneTurnOfTheEventLoop()
+{
+    QTimer turn;
+    turn.setSingleShot(true);
+    turn.start(0);
+    co_await turn;
+}
+
+QString filled(L10n::Key key, int number)
+{
+    return L10n::t(key, {QString::number(number)});
+}
+
+} // namespace
+
+LibraryExport::LibraryExport(Session& session, Engine& engine, Clock& clock, QObject* parent)
+    : QObject(parent)
+    , session_(session)
+    , engine_(engine)
+    , clock_(clock)
+{
+}
+
+LibraryExport::~LibraryExport()
+{
+    blockSignals(true);
+    engine_.stop();
+    engine_.onLog = nullptr;
+    engine_.tokenProvider = nullptr;
+}
+
+void LibraryExport::toggle(const ExportOrder& order)
+{
+    if (running_)
+        stop();
+    else if (session_.token().isEmpty())
+        log(L10n::t(L10n::Key::noSession), LogLevel::error);
+    else if (session_.automationInProgress)
+        log(L10n::t(L10n::Key::automaterBusy), LogLevel::error);
+    else
+        start(order);
+}
+
+void LibraryExport::stop()
+{
+    engine_.stop();
+    log(L10n::t(L10n::Key::log41), LogLevel::error);
+}
+
+void LibraryExport::start(const ExportOrder& order)
+{
+    running_ = true;
+    session_.downloadInProgress = true;
+    Q_EMIT runningChanged(true);
+    engine_.reset();
+    scope_.add(run(order));
+}
+
+QCoro::Task<> LibraryExport::run(ExportOrder order)
+{
+    const Run current{.order = order, .folder = session_.destination().toLocalFile(), .token = session_.token()};
+    connectEngine();
+    ExportResult result;
+    try {
+        result = co_await exportLibrary(current);
+    } catch (const LibraryError& error) {
+        result = conclude(Ending::failed, error.sentence());
+    } catch (const FileError& error) {
+        result = conclude(Ending::failed, error.sentence());
+    } catch (const std::exception& error) {
+        result = conclude(Ending::failed, redacted(QString::fromLocal8Bit(error.what())));
+    }
+    result.folder = current.folder;
+    result.wasStopped = engine_.isStopping();
+    finish(result);
+}
+
+QCoro::Task<ExportResult> LibraryExport::exportLibrary(Run current)
+{
+    const QFuture<QString> prepared = QtConcurrent::run(prepare, current.folder);
+    const QString refusal = co_await prepared;
+    if (!refusal.isEmpty())
+        co_return conclude(Ending::failed, refusal);
+
+    const QList<Clip> clips = co_await engine_.fetchAllClips(current.order.workspace, current.token);
+    const bool isWhole = engine_.lastFetchComplete();
+    const int tracks = static_cast<int>(clips.size());
+    log(filled(L10n::Key::log42, tracks), isWhole ? LogLevel::success : LogLevel::error);
+    if (current.order.assets.isEmpty())
+        co_return conclude(Ending::nothingTicked, L10n::t(L10n::Key::nothingTicked));
+    if (clips.isEmpty() && isWhole)
+        co_return conclude(Ending::noTracks, u"That workspace has no tracks."_s);
+    if (clips.isEmpty())
+        co_return conclude(Ending::noTracks, L10n::t(L10n::Key::noTracksRead));
+
+    const QFuture<QList<PlannedTrack>> planned = QtConcurrent::run(planExport, clips, current.folder);
+    const QList<PlannedTrack> plan = co_await planned;
+    const Saved saved = co_await saveAll(current, clips, plan);
+    co_return concludeSaving(saved, tracks, isWhole);
+}
+
+QCoro::Task<LibraryExport::Saved> LibraryExport::saveAll(Run current, QList<Clip> clips, QList<PlannedTrack> plan)
+{
+    const int count = static_cast<int>(plan.size());
+    TimeLeft timeLeft = timeLeftFor(plan);
+    Saved saved;
+    QElapsedTimer turn;
+    turn.start();
+    for (int index = 0; index < count; ++index) {
+        saved.stopped = engine_.isStopping();
+        if (saved.stopped)
+            co_return saved;
+        const auto began = clock_.monotonic();
+        const PlannedTrack track = plan.at(index);
+        const ExportProgress progress{index, count, track.names.base, timeLeft.remaining()};
+        Q_EMIT progressed(progress);
+
+        const Clip clip = clips.at(index);
+        const ClipResult result = co_await saveClip(engine_, clip, current.order.assets, current.folder,
+                                                    track.names.base, track.names.safeTitle, current.token);
+        saved.problems += result.problems;
+        saved.stopped = result.stopped;
+        if (saved.stopped)
+            co_return saved;
+        timeLeft.done(track.isKnown ? TimeLeft::Work::skip : TimeLeft::Work::download, clock_.monotonic() - began);
+        if (turn.elapsed() >= longestTurnMs) {
+            co_await oneTurnOfTheEventLoop();
+            turn.restart();
+        }
+    }
+    const ExportProgress whole{count, count, {}, std::nullopt};
+    Q_EMIT progressed(whole);
+    co_return saved;
+}
+
+void LibraryExport::connectEngine()
+{
+    engine_.onLog = [this](const QString& message, LogLevel level) { log(message, level); };
+    engine_.tokenProvider = [this] { return session_.token(); };
+}
+
+void LibraryExport::log(const QString& message, LogLevel level)
+{
+    Q_EMIT logged(message, level);
+}
+
+ExportResult LibraryExport::conclude(Ending ending, const QString& sentence, LogLevel level)
+{
+    log(sentence, level);
+    return {.ending = ending, .tracks = 0, .problems = 0, .sentence = sentence, .folder = {}};
+}
+
+ExportResult LibraryExport::concludeSaving(const Saved& saved, int tracks, bool isWhole)
+{
+    ExportResult result;
+    if (saved.stopped)
+        result = conclude(Ending::stopped, L10n::t(L10n::Key::log47));
+    else if (!isWhole)
+        result = conclude(Ending::incomplete, L10n::t(L10n::Key::log48));
+    else if (saved.problems == 0)
+        result = conclude(Ending::done, filled(L10n::Key::log50, tracks), LogLevel::success);
+    else
+        result = conclude(Ending::withProblems, filled(L10n::Key::log49, saved.problems));
+    result.tracks = tracks;
+    result.problems = saved.problems;
+    Q_EMIT session_.filesChanged();
+    return result;
+}
+
+void LibraryExport::finish(const ExportResult& result)
+{
+    session_.downloadInProgress = false;
+    running_ = false;
+    Q_EMIT runningChanged(false);
+    Q_EMIT ended(result);
+}
+
+} // namespace orvane
