@@ -6,7 +6,7 @@ find_package(ZLIB REQUIRED)
 
 set(orvane_qt_components Core Network Concurrent Gui DBus)
 if(ORVANE_WINDOWS)
-  list(APPEND orvane_qt_components Widgets Svg WebEngineCore WebEngineWidgets WebChannel Multimedia)
+  list(APPEND orvane_qt_components Widgets Svg Test WebEngineCore WebEngineWidgets WebChannel Multimedia)
 endif()
 find_package(Qt6 6.4 REQUIRED COMPONENTS ${orvane_qt_components})
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core Network)

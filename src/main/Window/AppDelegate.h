@@ -1,0 +1,56 @@
+#pragma once
+
+#include "main/Window/QuitGuard.h"
+
+#include <QObject>
+
+class QMainWindow;
+
+namespace orvane {
+
+class MainController;
+struct ProgramServices;
+
+/// Builds the window, answers its menu and guards the way out.
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The services outlive the delegate.
+    explicit AppDelegate(ProgramServices& services, QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    /// When set, the program starts itself anew at the moment it ends.
+    static bool relaunchAfterQuit;
+
+    /// Makes the window and shows it.
+    void applicationDidFinishLaunching();
+
+    /// The quit guard: asks while a download or a run is going. True when the program may end.
+    bool applicationShouldTerminate();
+
+    /// Starts the program anew if that was asked for; called when the main loop has ended.
+    void applicationWillTerminate();
+
+    QMainWindow* window() { return window_; }
+
+    MainController* controller() { return controller_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildWindow();
+    void buildMenu();
+    void showCentred();
+    void showAbout();
+    void chooseDestination();
+
+    ProgramServices& services_;
+    QuitGuard quitGuard_;
+    QMainWindow* window_ = nullptr;
+    MainController* controller_ = nullptr;
+};
+
+} // namespace orvane

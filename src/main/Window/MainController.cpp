@@ -1,0 +1,130 @@
+#include "main/Window/MainController.h"
+
+#include "main/App/L10n.h"
+#include "main/Chrome/PrimaryAction.h"
+#include "main/Chrome/TabBar.h"
+#include "main/Window/ProgramServices.h"
+#include "suno/view/DownloaderTab.h"
+#include "suno/view/SunoTab.h"
+
+#include <QHBoxLayout>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+MainController::MainController(ProgramServices& services, QWidget* parent)
+    : QWidget(parent)
+    , services_(services)
+{
+    buildPanes();
+    buildToolsColumn();
+    buildHalves();
+    selectTab(0);
+}
+
+void MainController::buildPanes()
+{
+    suno_ = new SunoTab(services_.profile, services_.session, services_.preferences, services_.endpoints, this);
+    const DownloaderServices forDownloader{
+        .session = services_.session,
+        .client = services_.client,
+        .clock = services_.clock,
+        .dialogs = services_.dialogs,
+        .notifier = services_.notifier,
+        .sleep = services_.sleep,
+        .endpoints = services_.endpoints,
+    };
+    downloader_ = new DownloaderTab(forDownloader, this);
+    panes_ = {
+        {.title = L10n::t(L10n::Key::tabDownloader), .view = downloader_, .onShow = [](QWidget*) {}},
+    };
+}
+
+void MainController::buildToolsColumn()
+{
+    rightStack_ = new QWidget(this);
+    rightStack_->setFixedWidth(panelWidth);
+    tabs_ = new TabBar(paneTitles(), rightStack_);
+    tabs_->onSelect = [this](int index) { apply(index); };
+    auto* column = new QVBoxLayout(rightStack_);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(tabs_);
+    stack_ = new QStackedLayout;
+    for (const Pane& pane : panes_)
+        stack_->addWidget(pane.view);
+    column->addLayout(stack_, 1);
+}
+
+void MainController::buildHalves()
+{
+    auto* halves = new QHBoxLayout(this);
+    halves->setContentsMargins({});
+    halves->setSpacing(0);
+    halves->addWidget(suno_, 1);
+    halves->addWidget(rightStack_);
+    connect(suno_, &SunoTab::leaveRequested, this, [this] { stack_->currentWidget()->setFocus(Qt::TabFocusReason); });
+}
+
+QStringList MainController::paneTitles() const
+{
+    QStringList titles;
+    for (const Pane& pane : panes_)
+        titles.append(pane.title);
+    return titles;
+}
+
+int MainController::selected() const
+{
+    return stack_->currentIndex();
+}
+
+void MainController::selectTab(int index)
+{
+    tabs_->select(index);
+    apply(index);
+}
+
+void MainController::apply(int index)
+{
+    if (index < 0 || index >= panes_.size())
+        return;
+    stack_->setCurrentIndex(index);
+    panes_[index].onShow(panes_[index].view);
+}
+
+void MainController::step(int delta)
+{
+    const int count = static_cast<int>(panes_.size());
+    if (count > 0)
+        selectTab((selected() + delta + count) % count);
+}
+
+void MainController::doPrimaryAction()
+{
+    if (auto* action = dynamic_cast<PrimaryAction*>(stack_->currentWidget()))
+        action->performPrimaryAction();
+}
+
+void MainController::reloadCurrent()
+{
+    reloadSuno();
+}
+
+void MainController::reloadSuno()
+{
+    suno_->goHome();
+}
+
+void MainController::zoomSuno(int delta)
+{
+    suno_->nudgeZoom(delta);
+}
+
+void MainController::resetSunoZoom()
+{
+    suno_->setZoom(1.0);
+}
+
+} // namespace orvane

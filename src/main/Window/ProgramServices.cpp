@@ -1,0 +1,29 @@
+#include "main/Window/ProgramServices.h"
+
+#include "main/App/L10n.h"
+
+#include <QDBusConnection>
+#include <QStandardPaths>
+
+namespace orvane {
+
+using namespace Qt::Literals::StringLiterals;
+
+ProgramFolders ProgramFolders::ofUser(const QString& programName)
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return {.preferences = Preferences::userPath(programName), .webProfile = data + u'/' + programName + u"/web"_s};
+}
+
+ProgramServices::ProgramServices(Endpoints addresses, const ProgramFolders& folders)
+    : endpoints(std::move(addresses))
+    , preferences(folders.preferences)
+    , session(preferences)
+    , notifier(QDBusConnection::sessionBus())
+    , sleep(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
+    , profile(folders.webProfile)
+{
+    L10n::setPreferences(&preferences);
+}
+
+} // namespace orvane
