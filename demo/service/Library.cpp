@@ -35,6 +35,13 @@ std::optional<QString> tellingTitle(int ordinal)
     return place >= 0 && place < hostile.size() ? std::optional(hostile[place]) : std::nullopt;
 }
 
+/// Written titles repeat sooner or later, so in a large library each carries its number.
+QString plainTitle(int ordinal, unsigned seed)
+{
+    constexpr int fewEnough = 16;
+    return ordinal < fewEnough ? titleOf(seed) : titleOf(seed) + u' ' + QString::number(ordinal);
+}
+
 QString identifier(unsigned seed, const QString& name)
 {
     static const QUuid space(u"{7f6e2f0a-5f0c-4f43-9d53-1c3f4f0d8a11}"_s);
@@ -106,7 +113,7 @@ Track Library::at(int position) const
     const unsigned seed = options_.seed * 1'000'003U + static_cast<unsigned>(ordinal);
     static const QString extensions[] = {u"jpg"_s, u"png"_s, u"webp"_s};
     Track track{.id = trackId(ordinal),
-                .title = tellingTitle(ordinal).value_or(titleOf(seed)),
+                .title = tellingTitle(ordinal).value_or(plainTitle(ordinal, seed)),
                 .isUntitled = ordinal == untitledOrdinal,
                 .hasLyrics = ordinal != instrumentalOrdinal,
                 .hasAudioAddress = ordinal != withoutAddressOrdinal,

@@ -25,6 +25,11 @@ Response html(const QByteArray& page)
     return {.contentType = "text/html; charset=utf-8", .body = page, .headers = {{"Cache-Control", "no-store"}}};
 }
 
+QByteArray addressAt(quint16 port)
+{
+    return "http://127.0.0.1:" + QByteArray::number(port);
+}
+
 /// The name without folder and extension.
 QString stemOf(const QString& path)
 {
@@ -43,7 +48,7 @@ public:
     {
     }
 
-    QByteArray address() const { return "http://127.0.0.1:" + QByteArray::number(server.port()); }
+    QByteArray address() const { return addressAt(server.port()); }
 
     Library copyOfLibrary() const
     {
@@ -161,13 +166,18 @@ StandInService::~StandInService() = default;
 
 Endpoints StandInService::endpoints() const
 {
-    const QUrl home = QUrl::fromEncoded(implementation_->address() + '/');
+    return endpointsAt(implementation_->server.port());
+}
+
+Endpoints StandInService::endpointsAt(quint16 port)
+{
+    const QUrl home = QUrl::fromEncoded(addressAt(port) + '/');
     return {.sunoHome = home,
             .sunoSiteDomain = u"127.0.0.1"_s,
             .feed = home.resolved(QUrl(u"api/feed/v2"_s)),
             .workspaceLists = {home.resolved(QUrl(u"api/project/me"_s)), home.resolved(QUrl(u"api/project/"_s)),
                                home.resolved(QUrl(u"api/projects"_s))},
-            .cdn = QUrl::fromEncoded(implementation_->address()),
+            .cdn = QUrl::fromEncoded(addressAt(port)),
             .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false}},
             .productSite = home,
             .productDomain = u"127.0.0.1"_s};

@@ -26,6 +26,8 @@ public:
 
     /// Addresses that lead here, with the credential domain 127.0.0.1 only.
     Endpoints endpoints() const;
+    /// As above for a service that listens on that port, in whichever process.
+    static Endpoints endpointsAt(quint16 port);
 
     /// How long a token is shown before the next takes its place; it stays good for as long again. Default 5 s.
     void setTokenLifetime(std::chrono::milliseconds lifetime);
