@@ -27,7 +27,7 @@ QString refusalToWrite(const QString& path, const QString& contents)
     return {};
 }
 
-bool staysInItsFolder(const QString& base)
+[[maybe_unused]] bool staysInItsFolder(const QString& base)
 {
     return !base.isEmpty() && base != u"." && base != u".." && !base.contains(u'/') && !base.contains(QChar::Null);
 }
