@@ -17,17 +17,17 @@ constexpr double tolerance = 0.01;
 constexpr double smallestStep = 0.02;
 
 /// The clamp holds the samples, but what lies between them can exceed the ceiling: the limiter is set lower by the
-/// overshoot and starts again from the unlimited signal.
-void limitTruePeak(Channels& channels, double ceiling, double sampleRate)
+/// overshoot and starts again from the unlimited signal. Returns what it comes to.
+Peaks limitTruePeak(Channels& channels, double ceiling, double sampleRate)
 {
     const Channels gained = channels;
     double workingCeiling = ceiling;
     for (int attempt = 0;; ++attempt) {
         limit(channels, workingCeiling, sampleRate);
-        const double peak = peakDB(channels, sampleRate);
-        if (peak <= ceiling + tolerance || attempt == lastTry)
-            return;
-        workingCeiling -= std::max(peak - ceiling, smallestStep);
+        const Peaks peaks = peaksOf(channels);
+        if (peaks.truePeak <= ceiling + tolerance || attempt == lastTry)
+            return peaks;
+        workingCeiling -= std::max(peaks.truePeak - ceiling, smallestStep);
         std::copy(gained.begin(), gained.end(), channels.begin());
     }
 }

@@ -1,9 +1,7 @@
 #include "mastering/arithmetic/Loudness.h"
 
 #include "mastering/arithmetic/Biquad.h"
-#include "mastering/arithmetic/Decibels.h"
 #include "mastering/arithmetic/InParallel.h"
-#include "mastering/arithmetic/TruePeak.h"
 #include "mastering/arithmetic/WindowEnergy.h"
 
 #include <algorithm>
@@ -99,31 +97,37 @@ ChannelEnergy weigh(std::span<const double> samples, double sampleRate)
     return energy;
 }
 
-/// The results of the jobs that make up a reading, one slot for each channel.
-struct Findings
+/// The mean squares of a signal's windows, channel by channel; none for a channel that does not count.
+struct Energies
 {
+    explicit Energies(std::size_t channels)
+        : blocks(channels)
+        , windows(channels)
+    {
+    }
+
+    void weighChannel(const Channels& channels, std::size_t channel, double sampleRate)
+    {
+        if (!(weight(channel, channels.size()) > 0.0))
+            return;
+        const ChannelEnergy energy = weigh(channels[channel], sampleRate);
+        blocks[channel] = energy.blocks.meanSquares();
+        windows[channel] = energy.windows.meanSquares();
+    }
+
     std::vector<std::vector<double>> blocks;
     std::vector<std::vector<double>> windows;
-    std::vector<double> peaks;
 };
 
-Findings examine(const Channels& channels, double sampleRate, double samplePeak, Threads threads)
+Reading readingOf(const Energies& energies, const Peaks& peaks)
 {
-    const std::size_t count = channels.size();
-    Findings findings{.blocks = Channels(count), .windows = Channels(count), .peaks = std::vector<double>(count)};
-    const auto examineChannel = [&](std::size_t job) {
-        const std::size_t channel = job % count;
-        const auto samples = std::span(channels[channel]);
-        if (job >= count) {
-            findings.peaks[channel] = truePeakAbove(samples, samplePeak);
-        } else if (weight(channel, count) > 0.0) {
-            const ChannelEnergy energy = weigh(samples, sampleRate);
-            findings.blocks[channel] = energy.blocks.meanSquares();
-            findings.windows[channel] = energy.windows.meanSquares();
-        }
-    };
-    inParallel(2 * count, threads == Threads::One ? 1 : processorCount(), examineChannel);
-    return findings;
+    Reading reading{.integrated = gatedLoudness(loudnesses(energies.blocks)),
+                    .truePeak = peaks.truePeak,
+                    .range = 0.0,
+                    .samplePeak = peaks.samplePeak};
+    if (std::isfinite(reading.integrated))
+        reading.range = loudnessRange(loudnesses(energies.windows));
+    return reading;
 }
 
 } // namespace
@@ -187,15 +191,27 @@ Reading measure(const Channels& channels, double sampleRate, Threads threads)
 {
     if (isEmpty(channels))
         return {};
-    const double samplePeak = largestMagnitude(channels);
-    const Findings findings = examine(channels, sampleRate, samplePeak, threads);
-    Reading reading{.integrated = gatedLoudness(loudnesses(findings.blocks)),
-                    .truePeak = decibels(*std::max_element(findings.peaks.begin(), findings.peaks.end())),
-                    .range = 0.0,
-                    .samplePeak = decibels(samplePeak)};
-    if (std::isfinite(reading.integrated))
-        reading.range = loudnessRange(loudnesses(findings.windows));
-    return reading;
+    const std::size_t count = channels.size();
+    Energies energies(count);
+    std::vector<ChannelPeaks> peaks(count);
+    const auto examine = [&](std::size_t job) {
+        if (job < count)
+            energies.weighChannel(channels, job, sampleRate);
+        else
+            peaks[job - count] = scanPeaks(channels[job - count]);
+    };
+    inParallel(2 * count, threads == Threads::One ? 1 : processorCount(), examine);
+    return readingOf(energies, highestOf(peaks));
+}
+
+Reading measureBeside(const Peaks& peaks, const Channels& channels, double sampleRate)
+{
+    if (isEmpty(channels))
+        return {};
+    Energies energies(channels.size());
+    inParallel(channels.size(), processorCount(),
+               [&](std::size_t channel) { energies.weighChannel(channels, channel, sampleRate); });
+    return readingOf(energies, peaks);
 }
 
 } // namespace orvane::Master

@@ -2,6 +2,7 @@
 
 #include "mastering/arithmetic/Channels.h"
 #include "mastering/arithmetic/Reading.h"
+#include "mastering/arithmetic/TruePeak.h"
 
 #include <span>
 #include <vector>
@@ -39,5 +40,8 @@ enum class Threads
 };
 
 Reading measure(const Channels& channels, double sampleRate, Threads threads);
+
+/// As `measure`, for a signal whose peaks have just been measured.
+Reading measureBeside(const Peaks& peaks, const Channels& channels, double sampleRate);
 
 } // namespace orvane::Master

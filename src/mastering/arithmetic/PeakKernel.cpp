@@ -19,17 +19,41 @@ constexpr std::size_t laneCount = 8;
 ORVANE_VECTOR_CLONES
 double largestMagnitude(const double* samples, std::size_t count)
 {
-    std::array<double, 4 * laneCount> largest{};
+    Lanes largest[2] = {};
     std::size_t start = 0;
-    for (; start + largest.size() <= count; start += largest.size()) {
-        for (std::size_t lane = 0; lane < largest.size(); ++lane) {
-            const double magnitude = std::fabs(samples[start + lane]);
-            largest[lane] = largest[lane] < magnitude ? magnitude : largest[lane];
+    for (; start + 2 * laneCount <= count; start += 2 * laneCount) {
+        for (std::size_t half = 0; half < 2; ++half) {
+            Lanes values;
+            std::memcpy(&values, samples + start + half * laneCount, sizeof values);
+            const Lanes magnitudes = values < 0.0 ? -values : values;
+            largest[half] = largest[half] < magnitudes ? magnitudes : largest[half];
         }
     }
+    largest[0] = largest[0] < largest[1] ? largest[1] : largest[0];
+    double result = 0.0;
+    for (std::size_t lane = 0; lane < laneCount; ++lane)
+        result = std::max(result, largest[0][lane]);
     for (; start < count; ++start)
-        largest[0] = std::max(largest[0], std::fabs(samples[start]));
-    return *std::max_element(largest.begin(), largest.end());
+        result = std::max(result, std::fabs(samples[start]));
+    return result;
+}
+
+ORVANE_VECTOR_CLONES
+void largestOfBlocks(const double* samples, std::size_t blocks, double* largest)
+{
+    for (std::size_t block = 0; block < blocks; ++block) {
+        Lanes magnitudes = {};
+        for (std::size_t start = 0; start < blockLength; start += laneCount) {
+            Lanes values;
+            std::memcpy(&values, samples + block * blockLength + start, sizeof values);
+            values = values < 0.0 ? -values : values;
+            magnitudes = magnitudes < values ? values : magnitudes;
+        }
+        double result = magnitudes[0];
+        for (std::size_t lane = 1; lane < laneCount; ++lane)
+            result = result < magnitudes[lane] ? magnitudes[lane] : result;
+        largest[block] = result;
+    }
 }
 
 ORVANE_VECTOR_CLONES

@@ -86,9 +86,37 @@ std::size_t positionCount(std::span<const double> samples)
     return samples.size() < reach ? 0 : samples.size() - reach + 1;
 }
 
-double largestAtSamples(std::span<const double> samples)
+/// The largest magnitude of each whole block of the channel.
+std::vector<double> blockPeaks(std::span<const double> samples)
 {
-    return phases().atSample * largestMagnitude(samples.subspan(halfReach, positionCount(samples)));
+    std::vector<double> largest(samples.size() / PeakKernel::blockLength);
+    PeakKernel::largestOfBlocks(samples.data(), largest.size(), largest.data());
+    return largest;
+}
+
+double largestOf(std::span<const double> values)
+{
+    return values.empty() ? 0.0 : *std::max_element(values.begin(), values.end());
+}
+
+double samplePeakFrom(std::span<const double> samples, std::span<const double> blocks)
+{
+    return std::max(largestOf(blocks), largestMagnitude(samples.subspan(blocks.size() * PeakKernel::blockLength)));
+}
+
+/// The values at the samples' own positions, which the first and the last `halfReach` samples have none of.
+double largestAtSamples(std::span<const double> samples, std::span<const double> blocks)
+{
+    constexpr std::size_t length = PeakKernel::blockLength;
+    const std::size_t end = samples.size() - halfReach;
+    const std::size_t firstBlock = 1;
+    const std::size_t endBlock = std::max(end / length, firstBlock);
+    const std::size_t start = std::min(end, firstBlock * length);
+    const std::size_t rest = std::min(end, endBlock * length);
+    const double edges = std::max(largestMagnitude(samples.subspan(halfReach, start - halfReach)),
+                                  largestMagnitude(samples.subspan(rest, end - rest)));
+    const double inside = endBlock > firstBlock ? largestOf(blocks.subspan(firstBlock, endBlock - firstBlock)) : 0.0;
+    return phases().atSample * std::max(edges, inside);
 }
 
 double largestBetweenOneByOne(std::span<const double> samples, std::size_t position, double largest)
@@ -103,21 +131,17 @@ double largestBetweenOneByOne(std::span<const double> samples, std::size_t posit
 
 /// The larger of `largest` and the largest value between samples. A block whose samples are too small to reach
 /// `largest` is left out: in music that is most of them.
-double largestBetween(std::span<const double> samples, double largest)
+double largestBetween(std::span<const double> samples, std::span<const double> blocks, double largest)
 {
     constexpr std::size_t length = PeakKernel::blockLength;
-    const auto magnitudeFrom = [&](std::size_t start) {
-        return PeakKernel::largestMagnitude(samples.data() + start, length);
-    };
-    std::size_t start = 0;
-    double here = samples.size() > 2 * length ? magnitudeFrom(0) : 0.0;
-    for (; start + 2 * length < samples.size(); start += length) {
-        const double next = magnitudeFrom(start + length);
-        if (std::max(here, next) * phases().bound > largest)
-            largest = std::max(largest, PeakKernel::largestBetween(samples.data() + start + 1, phases().between));
-        here = next;
+    std::size_t block = 0;
+    for (; (block + 2) * length < samples.size(); ++block) {
+        if (std::max(blocks[block], blocks[block + 1]) * phases().bound > largest) {
+            const double* first = samples.data() + block * length + 1;
+            largest = std::max(largest, PeakKernel::largestBetween(first, phases().between));
+        }
     }
-    return largestBetweenOneByOne(samples, start, largest);
+    return largestBetweenOneByOne(samples, block * length, largest);
 }
 
 } // namespace
@@ -140,16 +164,18 @@ std::vector<double> oversample4x(std::span<const double> samples)
     return values;
 }
 
-double scanTruePeak(std::span<const double> samples)
+ChannelPeaks scanPeaks(std::span<const double> samples)
 {
-    return truePeakAbove(samples, 0.0);
+    const std::vector<double> blocks = blockPeaks(samples);
+    const double samplePeak = samplePeakFrom(samples, blocks);
+    if (samples.size() < reach)
+        return {.sample = samplePeak, .oversampled = samplePeak};
+    return {.sample = samplePeak, .oversampled = largestBetween(samples, blocks, largestAtSamples(samples, blocks))};
 }
 
-double truePeakAbove(std::span<const double> samples, double floor)
+double scanTruePeak(std::span<const double> samples)
 {
-    if (samples.size() < reach)
-        return std::max(floor, largestMagnitude(samples));
-    return largestBetween(samples, std::max(floor, largestAtSamples(samples)));
+    return scanPeaks(samples).oversampled;
 }
 
 double largestMagnitude(std::span<const double> samples)
@@ -165,13 +191,28 @@ double largestMagnitude(const Channels& channels)
     return largest;
 }
 
+Peaks highestOf(std::span<const ChannelPeaks> channels)
+{
+    ChannelPeaks highest;
+    for (const ChannelPeaks& peaks : channels) {
+        highest.sample = std::max(highest.sample, peaks.sample);
+        highest.oversampled = std::max(highest.oversampled, peaks.oversampled);
+    }
+    return {.truePeak = decibels(std::max(highest.sample, highest.oversampled)),
+            .samplePeak = decibels(highest.sample)};
+}
+
+Peaks peaksOf(const Channels& channels)
+{
+    std::vector<ChannelPeaks> peaks(channels.size());
+    inParallel(channels.size(), processorCount(),
+               [&](std::size_t channel) { peaks[channel] = scanPeaks(channels[channel]); });
+    return highestOf(peaks);
+}
+
 double peakDB(const Channels& channels, double)
 {
-    const double samplePeak = largestMagnitude(channels);
-    std::vector<double> peaks(channels.size());
-    const auto scan = [&](std::size_t channel) { peaks[channel] = truePeakAbove(channels[channel], samplePeak); };
-    inParallel(channels.size(), processorCount(), scan);
-    return decibels(peaks.empty() ? 0.0 : *std::max_element(peaks.begin(), peaks.end()));
+    return peaksOf(channels).truePeak;
 }
 
 double samplePeakDB(const Channels& channels)

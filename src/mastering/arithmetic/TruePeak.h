@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mastering/arithmetic/Channels.h"
+#include "mastering/arithmetic/Reading.h"
 
 #include <array>
 #include <span>
@@ -16,22 +17,45 @@ const std::array<double, 129>& oversamplingTaps();
 /// 129 are 0, and all are for fewer than 33 samples.
 std::vector<double> oversample4x(std::span<const double> samples);
 
-/// The largest magnitude of the oversampled channel. A channel of fewer than 33 samples cannot be oversampled: its
-/// largest sample magnitude stands in. 0 for an empty one.
-double scanTruePeak(std::span<const double> samples);
+/// A channel's two peaks, as magnitudes; 0 for an empty one.
+struct ChannelPeaks
+{
+    /// The largest magnitude of any sample.
+    double sample = 0.0;
+    /// The largest magnitude of the oversampled channel.
+    double oversampled = 0.0;
+};
 
-/// The larger of `floor` and `scanTruePeak`; the higher the floor, the less there is to look at.
-double truePeakAbove(std::span<const double> samples, double floor);
+/// Both peaks in one pass. A channel of fewer than 33 samples cannot be oversampled: its sample peak stands in.
+ChannelPeaks scanPeaks(std::span<const double> samples);
+
+/// The largest magnitude of the oversampled channel, as `scanPeaks` gives it.
+double scanTruePeak(std::span<const double> samples);
 
 /// The largest magnitude of any sample; 0 for none.
 double largestMagnitude(std::span<const double> samples);
 
-/// The signal's true peak in dBTP: of the oversampled channels or of the samples, whichever is higher. Minus infinity
-/// for silence.
-double peakDB(const Channels& channels, double sampleRate);
-
 /// The largest magnitude of any sample of any channel.
 double largestMagnitude(const Channels& channels);
+
+/// A signal's two peaks in dB; minus infinity for silence.
+struct Peaks
+{
+    /// Of the oversampled channels or of the samples, whichever is higher.
+    double truePeak = minusInfinity;
+    double samplePeak = minusInfinity;
+
+    bool operator==(const Peaks&) const = default;
+};
+
+/// Of the channels' own peaks the highest.
+Peaks highestOf(std::span<const ChannelPeaks> channels);
+
+/// The peaks of a signal, by as many threads as there are processors.
+Peaks peaksOf(const Channels& channels);
+
+/// The signal's true peak in dBTP, as `peaksOf` gives it.
+double peakDB(const Channels& channels, double sampleRate);
 
 /// The sample peak in dBFS; minus infinity for silence.
 double samplePeakDB(const Channels& channels);

@@ -97,8 +97,7 @@ private:
 
     void require(int code) const
     {
-        if (code == AVERROR(ENOMEM))
-            throw std::bad_alloc();
+        // Also what the library has no memory for: that is a file whose header lies.
         if (code < 0)
             throw SoundError::fromLibrary(path_, stream_ && stream_->error() < 0 ? stream_->error() : code);
     }

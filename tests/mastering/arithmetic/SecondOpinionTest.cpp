@@ -77,7 +77,8 @@ void expectAlike(double rate, std::size_t count)
     EXPECT_NEAR(reading.integrated, opinion.integrated, 0.05);
     EXPECT_NEAR(reading.range, opinion.range, 0.05);
     EXPECT_NEAR(reading.samplePeak, 20.0 * std::log10(opinion.samplePeak), 1e-9);
-    EXPECT_NEAR(reading.truePeak, 20.0 * std::log10(opinion.truePeak), 0.2);
+    // As far as two meters that both hold the standard's tolerance may lie apart.
+    EXPECT_NEAR(reading.truePeak, 20.0 * std::log10(opinion.truePeak), 0.6);
 }
 
 } // namespace
