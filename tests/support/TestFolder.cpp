@@ -17,6 +17,11 @@ TestFolder::TestFolder()
     QFile::setPermissions(folder_.path(), QFile::Permissions(0x7755));
 }
 
+TestFolder::~TestFolder()
+{
+    QFile::setPermissions(folder_.path(), QFile::Permissions(0x7700));
+}
+
 QString TestFolder::path(const QString& name) const
 {
     return name.isEmpty() ? folder_.path() : folder_.filePath(name);

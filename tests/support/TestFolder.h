@@ -14,6 +14,8 @@ class TestFolder
 {
 public:
     TestFolder();
+    /// Takes back what a test did to the folder's rights, so that it can be removed.
+    ~TestFolder();
 
     /// The path of `name` in the folder.
     QString path(const QString& name = {}) const;

@@ -1,10 +1,5 @@
 #include "main/App/Preferences.h"
 
-#include "platform/filesystem/AtomicFile.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QStandardPaths>
@@ -20,34 +15,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void setAside(const QString& path)
+QJsonObject readObject(const PreferencesFile& file)
 {
-    const QString damaged = path + u".damaged"_s;
-    QFile::remove(damaged);
-    QFile::rename(path, damaged);
-}
-
-QJsonObject readObject(const QString& path)
-{
-    QFile file(path);
-    if (!file.exists())
-        return {};
-    const QByteArray bytes = file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-    file.close();
-    const QJsonDocument document = QJsonDocument::fromJson(bytes);
+    const QJsonDocument document = QJsonDocument::fromJson(file.read());
     if (!document.isObject())
-        setAside(path);
+        file.setAside();
     return document.object();
-}
-
-/// Only the last folder is ours: one that is there already, and those above it, keep their rights.
-void makePrivateFolder(const QString& folder)
-{
-    const QFileInfo info(folder);
-    if (info.exists())
-        return;
-    QDir().mkpath(info.path());
-    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 std::optional<QString> textIn(const QJsonValue& value)
@@ -89,8 +62,8 @@ bool isThere(const QJsonValue& value)
 } // namespace
 
 Preferences::Preferences(QString path)
-    : path_(std::move(path))
-    , values_(readObject(path_))
+    : file_(std::move(path))
+    , values_(readObject(file_))
 {
 }
 
@@ -156,24 +129,24 @@ void Preferences::change(const std::function<void(QJsonObject&)>& edit)
 {
     QJsonObject changed = values_;
     edit(changed);
-    if (changed == values_ && lastError_.isEmpty())
+    // After a refusal the disk is asked again also for a value that stays.
+    if (changed == values_ && file_.lastError().isEmpty())
         return;
     {
         const std::unique_lock writing(mutex_);
         values_ = changed;
     }
-    save();
+    file_.write(QJsonDocument(changed).toJson());
 }
 
-void Preferences::save()
+void Preferences::flush()
 {
-    makePrivateFolder(QFileInfo(path_).path());
-    try {
-        writeAtomically(path_, QJsonDocument(values_).toJson(), FileAccess::OwnerOnly);
-        lastError_.clear();
-    } catch (const FileError& error) {
-        lastError_ = error.sentence();
-    }
+    file_.flush();
+}
+
+QString Preferences::lastError() const
+{
+    return file_.lastError();
 }
 
 } // namespace orvane

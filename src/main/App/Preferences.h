@@ -1,5 +1,7 @@
 #pragma once
 
+#include "main/App/PreferencesFile.h"
+
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
@@ -12,10 +14,11 @@ namespace orvane {
 
 /// The user's preferences: one JSON object on disk, so that a value keeps its type and a read can test it.
 ///
-/// What is missing or of another kind reads as absent. A write goes to the disk at once and atomically, readable by the
-/// user alone (0600 in a 0700 folder); where the disk refuses it, the value holds until the program ends and
-/// `lastError` says why. A write that changes nothing does not touch the disk. Keys are the fields' names.
-/// Written from the main thread; a value may be read from any thread.
+/// What is missing or of another kind reads as absent. A value counts at once and goes to the disk right after,
+/// atomically and readable by the user alone (0600 in a 0700 folder), without the caller waiting for it; the destructor
+/// and `flush` do wait. Where the disk refuses it, the value holds until the program ends and `lastError` says why. A
+/// change of nothing does not touch the disk. Keys are the fields' names. Written from the main thread; a value may be
+/// read from any thread.
 class Preferences
 {
 public:
@@ -37,20 +40,21 @@ public:
     void remove(const QString& key);
     bool contains(const QString& key) const;
 
-    /// The sentence of the last write that failed; empty after one that went through. For the main thread.
-    const QString& lastError() const { return lastError_; }
+    /// Waits until the disk has every value or refused it: for before another process reads the file.
+    void flush();
+
+    /// The sentence of the last write that failed; empty after one that went through.
+    QString lastError() const;
 
 private:
     template <typename Result>
     Result read(const QString& key, Result (*in)(const QJsonValue&)) const;
     void change(const std::function<void(QJsonObject&)>& edit);
-    void save();
 
-    QString path_;
-    /// Held for one look at `values_` or one exchange of it, never over the write to the disk.
+    PreferencesFile file_;
+    /// Held for one look at `values_` or one exchange of it.
     mutable std::shared_mutex mutex_;
     QJsonObject values_;
-    QString lastError_;
 };
 
 } // namespace orvane

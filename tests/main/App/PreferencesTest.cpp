@@ -20,7 +20,12 @@ struct PreferencesTest : testing::Test
     TestFolder folder;
     QString path = folder.path(u"orvane/preferences.json"_s);
 
-    Preferences reopened() const { return Preferences(path); }
+    /// What the next start of the program finds.
+    Preferences reopened(Preferences& preferences) const
+    {
+        preferences.flush();
+        return Preferences(path);
+    }
 
     static uint rightsOf(const QString& name)
     {
@@ -32,12 +37,14 @@ struct PreferencesTest : testing::Test
 
 TEST_F(PreferencesTest, outliveTheProgramWithTheirTypes)
 {
-    Preferences preferences(path);
-    preferences.set(u"text"_s, u"ünï"_s);
-    preferences.set(u"flag"_s, true);
-    preferences.set(u"number"_s, -14.5);
-    preferences.set(u"integer"_s, 44100);
-    preferences.set(u"texts"_s, QJsonArray{u"a"_s, u"b"_s});
+    {
+        Preferences preferences(path);
+        preferences.set(u"text"_s, u"ünï"_s);
+        preferences.set(u"flag"_s, true);
+        preferences.set(u"number"_s, -14.5);
+        preferences.set(u"integer"_s, 44100);
+        preferences.set(u"texts"_s, QJsonArray{u"a"_s, u"b"_s});
+    }
     const Preferences next(path);
     EXPECT_EQ(next.text(u"text"_s), u"ünï"_s);
     EXPECT_EQ(next.flag(u"flag"_s), true);
@@ -86,7 +93,7 @@ TEST_F(PreferencesTest, areIntegersOnlyWholeAndInRange)
     }
     for (const int value : {0, -7, 2147483647, -2147483647 - 1}) {
         preferences.set(u"n"_s, value);
-        EXPECT_EQ(reopened().integer(u"n"_s), value);
+        EXPECT_EQ(reopened(preferences).integer(u"n"_s), value);
     }
 }
 
@@ -94,7 +101,7 @@ TEST_F(PreferencesTest, canBeAnEmptyListOfTexts)
 {
     Preferences preferences(path);
     preferences.set(u"texts"_s, QJsonArray());
-    EXPECT_EQ(reopened().texts(u"texts"_s), QStringList());
+    EXPECT_EQ(reopened(preferences).texts(u"texts"_s), QStringList());
 }
 
 TEST_F(PreferencesTest, areGoneOnceRemoved)
@@ -104,18 +111,20 @@ TEST_F(PreferencesTest, areGoneOnceRemoved)
     preferences.set(u"removed"_s, 2);
     preferences.remove(u"removed"_s);
     EXPECT_FALSE(preferences.contains(u"removed"_s));
-    EXPECT_FALSE(reopened().contains(u"removed"_s));
-    EXPECT_EQ(reopened().integer(u"kept"_s), 1);
+    EXPECT_FALSE(reopened(preferences).contains(u"removed"_s));
+    EXPECT_EQ(reopened(preferences).integer(u"kept"_s), 1);
 }
 
 TEST_F(PreferencesTest, areForTheUserAlone)
 {
     Preferences preferences(path);
     preferences.set(u"x"_s, 1);
+    preferences.flush();
     EXPECT_EQ(rightsOf(path), 0600u);
     EXPECT_EQ(rightsOf(QFileInfo(path).path()), 0700u);
     ASSERT_EQ(::chmod(qPrintable(path), 0644), 0);
     preferences.set(u"x"_s, 2);
+    preferences.flush();
     EXPECT_EQ(rightsOf(path), 0600u);
 }
 
@@ -123,6 +132,7 @@ TEST_F(PreferencesTest, leaveTheRightsOfAFolderThatIsThere)
 {
     Preferences preferences(folder.path(u"preferences.json"_s));
     preferences.set(u"x"_s, 1);
+    preferences.flush();
     EXPECT_EQ(rightsOf(folder.path()), 0755u);
 }
 
@@ -146,9 +156,11 @@ TEST_F(PreferencesTest, setAsideAFileThatCannotBeRead)
         becomeUnprivileged();
         Preferences preferences(folder.path(u"preferences.json"_s));
         preferences.set(u"y"_s, 2);
+        preferences.flush();
         return preferences.contains(u"x"_s) ? 1 : 0;
     });
     EXPECT_EQ(found, 0);
+    ::chmod(qPrintable(folder.path(u"preferences.json.damaged"_s)), 0600);
     EXPECT_EQ(folder.read(u"preferences.json.damaged"_s), "{\"x\": 1}");
     EXPECT_TRUE(folder.read(u"preferences.json"_s).contains("\"y\""));
 }
@@ -159,20 +171,42 @@ TEST_F(PreferencesTest, holdAValueThatTheDiskRefusesAndSayWhy)
     Preferences preferences(path);
     preferences.set(u"x"_s, 1);
     EXPECT_EQ(preferences.integer(u"x"_s), 1);
+    preferences.flush();
     EXPECT_EQ(preferences.lastError(), u"preferences.json: Not a directory"_s);
     QFile::remove(folder.path(u"orvane"_s));
     preferences.set(u"x"_s, 1);
+    preferences.flush();
     EXPECT_TRUE(preferences.lastError().isEmpty()) << "the same value is written again after a failure";
-    EXPECT_EQ(reopened().integer(u"x"_s), 1);
+    EXPECT_EQ(reopened(preferences).integer(u"x"_s), 1);
 }
 
 TEST_F(PreferencesTest, doNotTouchTheDiskForAValueThatStays)
 {
     Preferences preferences(path);
     preferences.set(u"x"_s, 1);
-    QFile::remove(path);
+    preferences.flush();
+    ASSERT_TRUE(QFile::remove(path));
     preferences.set(u"x"_s, 1);
     preferences.remove(u"missing"_s);
+    preferences.flush();
+    EXPECT_FALSE(QFileInfo::exists(path));
+}
+
+TEST_F(PreferencesTest, countAtOnceAndEndOnTheDiskAsTheLatestValue)
+{
+    Preferences preferences(path);
+    for (int level = 0; level <= 2'000; ++level) {
+        preferences.set(u"level"_s, level);
+        ASSERT_EQ(preferences.integer(u"level"_s), level);
+    }
+    EXPECT_EQ(reopened(preferences).integer(u"level"_s), 2'000);
+}
+
+TEST_F(PreferencesTest, waitForNothingWhereNothingWasSet)
+{
+    Preferences preferences(path);
+    preferences.flush();
+    EXPECT_TRUE(preferences.lastError().isEmpty());
     EXPECT_FALSE(QFileInfo::exists(path));
 }
 

@@ -67,6 +67,7 @@ TEST_F(SessionTest, fallsBackToTheDefaultWhereTheStoredFolderCannotBeMade)
 TEST_F(SessionTest, fallsBackToTheDefaultBelowAReadOnlyFolder)
 {
     preferences.set(key, folder.path(u"below"_s));
+    preferences.flush();
     ASSERT_EQ(::chmod(qPrintable(folder.path()), 0555), 0);
     const int fellBack = inChild([&] {
         becomeUnprivileged();
@@ -109,6 +110,8 @@ TEST_F(SessionTest, storesNoToken)
     Session session(preferences);
     session.setDestination(QUrl::fromLocalFile(folder.path(u"music"_s)));
     session.setToken(u"canary-7391"_s);
+    preferences.flush();
+    EXPECT_TRUE(folder.read(u"preferences.json"_s).contains("music"));
     EXPECT_FALSE(folder.read(u"preferences.json"_s).contains("canary"));
 }
 
@@ -121,6 +124,7 @@ TEST_F(SessionTest, storesAndAnnouncesEveryFolderAlsoTheSameOne)
     session.setDestination(music);
     EXPECT_EQ(announced.count(), 2);
     EXPECT_EQ(session.destination(), music);
+    preferences.flush();
     EXPECT_EQ(Preferences(folder.path(u"preferences.json"_s)).text(key), folder.path(u"music"_s));
     EXPECT_FALSE(QFileInfo::exists(folder.path(u"music"_s))) << "assigning makes no folder";
 }
