@@ -25,7 +25,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const LibraryOptions secondLibrary{.tracks = 16, .pageSize = 5, .seed = 2, .longestSeconds = 24};
+const LibraryOptions secondLibrary{.tracks = 16, .plainOnly = true, .pageSize = 5, .seed = 2, .longestSeconds = 24};
+
+constexpr QSize pictureSize{1320, 880};
 
 void print(const QString& line)
 {
@@ -95,6 +97,10 @@ bool Demonstration::exportFirstLibrary()
 bool Demonstration::takePicture()
 {
     const QString path = folder_ + u"/window.png"_s;
+    // Screens that are none may be small; the picture shows the window in its usual size.
+    delegate_.window()->resize(pictureSize);
+    person_.waitUntil([this] { return delegate_.controller()->suno().width() > pictureSize.width() / 2; }, 10s);
+    person_.waitUntil([] { return false; }, 500ms);
     print(u"\nA picture of the window: "_s + path);
     return check(delegate_.window()->grab().save(path), u"The picture was written."_s);
 }

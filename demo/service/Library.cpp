@@ -113,10 +113,11 @@ Track Library::at(int position) const
     const unsigned seed = options_.seed * 1'000'003U + static_cast<unsigned>(ordinal);
     static const QString extensions[] = {u"jpg"_s, u"png"_s, u"webp"_s};
     Track track{.id = trackId(ordinal),
-                .title = tellingTitle(ordinal).value_or(plainTitle(ordinal, seed)),
-                .isUntitled = ordinal == untitledOrdinal,
-                .hasLyrics = ordinal != instrumentalOrdinal,
-                .hasAudioAddress = ordinal != withoutAddressOrdinal,
+                .title =
+                    (options_.plainOnly ? std::nullopt : tellingTitle(ordinal)).value_or(plainTitle(ordinal, seed)),
+                .isUntitled = tells(ordinal, untitledOrdinal),
+                .hasLyrics = !tells(ordinal, instrumentalOrdinal),
+                .hasAudioAddress = !tells(ordinal, withoutAddressOrdinal),
                 .artworkExtension = extensions[ordinal % 3],
                 .tags = tagsOf(seed),
                 .song = songOf(options_, seed)};
@@ -144,7 +145,7 @@ QString Library::trackId(int ordinal) const
 QString Library::lyricsAt(int position) const
 {
     const int ordinal = ordinalAt(position);
-    if (ordinal == instrumentalOrdinal)
+    if (tells(ordinal, instrumentalOrdinal))
         return {};
     const QString written = lyricsOf(options_.seed * 31 + static_cast<unsigned>(ordinal));
     if (options_.lyricsBytes <= 0)

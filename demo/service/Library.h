@@ -32,6 +32,8 @@ struct LibraryOptions
     /// Tracks in the whole library; the first ones are the telling ones (no audio address, no lyrics, untitled, two
     /// with one title, hostile titles), the rest are plain.
     int tracks = 16;
+    /// Leaves the telling ones out.
+    bool plainOnly = false;
     int pageSize = 50;
     int projects = 2;
     ProjectForm projectForm = ProjectForm::wrappedInProjects;
@@ -92,6 +94,10 @@ private:
     /// A track's number for life: the first ones made have 0 and up, those added later the next.
     int ordinalAt(int position) const;
     QString trackId(int ordinal) const;
+
+    /// Whether the track with this number is the telling one of that place.
+    bool tells(int ordinal, int place) const { return !options_.plainOnly && ordinal == place; }
+
     QJsonObject record(int position, const QByteArray& siteAddress) const;
     QList<int> positionsOf(const QString& projectId, int from, int count) const;
 

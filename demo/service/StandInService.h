@@ -29,7 +29,7 @@ public:
     /// As above for a service that listens on that port, in whichever process.
     static Endpoints endpointsAt(quint16 port);
 
-    /// How long a token is shown before the next takes its place; it stays good for as long again. Default 5 s.
+    /// How long a token is shown before the next takes its place; it stays good for a minute more. Default 5 s.
     void setTokenLifetime(std::chrono::milliseconds lifetime);
     /// A token that is good now, as the page would give it to a signed-in user.
     QString currentToken() const;

@@ -3,6 +3,8 @@
 #include <QCryptographicHash>
 #include <QRandomGenerator>
 
+#include <algorithm>
+
 namespace orvane::demo {
 namespace {
 
@@ -37,7 +39,14 @@ QByteArray Tokens::current() const
 bool Tokens::isValid(const QByteArray& token) const
 {
     const std::lock_guard guard(lock_);
-    return token == tokenOf(period()) || token == tokenOf(period() - 1);
+    const qint64 now = period();
+    // The pane takes a token every 20 seconds only, so several are good at a time.
+    const qint64 oldest = now - std::max<qint64>(1, goodFor / std::max(std::chrono::milliseconds(1), lifetime_));
+    for (qint64 past = now; past >= oldest; --past) {
+        if (token == tokenOf(past))
+            return true;
+    }
+    return false;
 }
 
 void Tokens::expire()

@@ -8,10 +8,14 @@
 
 namespace orvane::demo {
 
-/// Session tokens that rotate: one for each period, good for its period and the next. Callable from any thread.
+/// Session tokens that rotate: one for each period, good for a minute and at least one period more. Callable from any
+/// thread.
 class Tokens
 {
 public:
+    /// How long a token stays good behind its period.
+    static constexpr std::chrono::milliseconds goodFor{60'000};
+
     Tokens();
 
     void setLifetime(std::chrono::milliseconds lifetime);

@@ -3,6 +3,7 @@
 #include "main/App/L10n.h"
 #include "main/Chrome/PrimaryAction.h"
 #include "main/Chrome/TabBar.h"
+#include "main/Chrome/Theme.h"
 #include "main/Window/ProgramServices.h"
 #include "suno/view/DownloaderTab.h"
 #include "suno/view/SunoTab.h"
@@ -50,7 +51,10 @@ void MainController::buildToolsColumn()
     auto* column = new QVBoxLayout(rightStack_);
     column->setContentsMargins({});
     column->setSpacing(0);
-    column->addWidget(tabs_);
+    auto* aroundTabs = new QHBoxLayout;
+    aroundTabs->setContentsMargins(Theme::Space::medium, Theme::Space::medium, Theme::Space::medium, 0);
+    aroundTabs->addWidget(tabs_);
+    column->addLayout(aroundTabs);
     stack_ = new QStackedLayout;
     for (const Pane& pane : panes_)
         stack_->addWidget(pane.view);
