@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMetaMethod>
 
 #include <vector>
 
@@ -52,16 +53,19 @@ QMenu* addMenu(QMenuBar* bar, const QString& title, const std::vector<Item>& ite
     return menu;
 }
 
-/// Sends an edit command to the focused widget, or to the first of its parents that knows it.
+/// Sends an edit command, the signature of a slot, to the focused widget, or to the first of its parents that knows it.
 void edit(const char* command)
 {
     for (QWidget* widget = QApplication::focusWidget(); widget; widget = widget->parentWidget()) {
-        if (QMetaObject::invokeMethod(widget, command, Qt::DirectConnection))
+        const int method = widget->metaObject()->indexOfMethod(command);
+        if (method >= 0) {
+            widget->metaObject()->method(method).invoke(widget, Qt::DirectConnection);
             return;
+        }
     }
 }
 
-Item editItem(Key title, QKeySequence::StandardKey key, const char* command)
+Item editItem(Key title, QKeyCombination key, const char* command)
 {
     return {L10n::t(title), QKeySequence(key), [command] { edit(command); }};
 }
@@ -132,11 +136,12 @@ QMenuBar* MainMenu::build(const QString& appName, const QStringList& tabs, const
              {L10n::t(Key::menuQuit, {appName}), QKeySequence(Qt::CTRL | Qt::Key_Q), actions.quit}},
             Keys::active);
     addMenu(bar, L10n::t(Key::menuEdit),
-            {editItem(Key::menuUndo, QKeySequence::Undo, "undo"), editItem(Key::menuRedo, QKeySequence::Redo, "redo"),
-             separator, editItem(Key::menuCut, QKeySequence::Cut, "cut"),
-             editItem(Key::menuCopy, QKeySequence::Copy, "copy"),
-             editItem(Key::menuPaste, QKeySequence::Paste, "paste"),
-             editItem(Key::menuSelectAll, QKeySequence::SelectAll, "selectAll")},
+            {editItem(Key::menuUndo, Qt::CTRL | Qt::Key_Z, "undo()"),
+             editItem(Key::menuRedo, Qt::CTRL | Qt::SHIFT | Qt::Key_Z, "redo()"), separator,
+             editItem(Key::menuCut, Qt::CTRL | Qt::Key_X, "cut()"),
+             editItem(Key::menuCopy, Qt::CTRL | Qt::Key_C, "copy()"),
+             editItem(Key::menuPaste, Qt::CTRL | Qt::Key_V, "paste()"),
+             editItem(Key::menuSelectAll, Qt::CTRL | Qt::Key_A, "selectAll()")},
             Keys::shown);
     addMenu(
         bar, L10n::t(Key::menuFile),
