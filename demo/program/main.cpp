@@ -82,7 +82,8 @@ int main(int argc, char** argv)
         keepApart(folders);
 
     demo::StandInService service;
-    ProgramServices services(service.endpoints(), folders);
+    SystemDialogs dialogs;
+    ProgramServices services(service.endpoints(), folders, dialogs);
     dressApplication(application);
     AppDelegate delegate(services);
     delegate.applicationDidFinishLaunching();

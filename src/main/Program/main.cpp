@@ -18,7 +18,8 @@ int main(int argc, char** argv)
     }
     prepareApplication();
     QApplication application(argc, argv);
-    ProgramServices services(Endpoints::production(), ProgramFolders::ofUser(QStringLiteral("orvane")));
+    SystemDialogs dialogs;
+    ProgramServices services(Endpoints::production(), ProgramFolders::ofUser(QStringLiteral("orvane")), dialogs);
     dressApplication(application);
     AppDelegate delegate(services);
     delegate.applicationDidFinishLaunching();

@@ -15,15 +15,21 @@ ProgramFolders ProgramFolders::ofUser(const QString& programName)
     return {.preferences = Preferences::userPath(programName), .webProfile = data + u'/' + programName + u"/web"_s};
 }
 
-ProgramServices::ProgramServices(Endpoints addresses, const ProgramFolders& folders)
+ProgramServices::ProgramServices(Endpoints addresses, const ProgramFolders& folders, Dialogs& answers)
     : endpoints(std::move(addresses))
     , preferences(folders.preferences)
     , session(preferences)
+    , dialogs(answers)
     , notifier(QDBusConnection::sessionBus())
     , sleep(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
     , profile(folders.webProfile)
 {
     L10n::setPreferences(&preferences);
+}
+
+ProgramServices::~ProgramServices()
+{
+    L10n::setPreferences(nullptr);
 }
 
 } // namespace orvane

@@ -30,14 +30,18 @@ struct ProgramFolders
 /// order in which one thing needs another.
 struct ProgramServices
 {
-    ProgramServices(Endpoints addresses, const ProgramFolders& folders);
+    /// The dialogs outlive the services.
+    ProgramServices(Endpoints addresses, const ProgramFolders& folders, Dialogs& answers);
+    ~ProgramServices();
+    ProgramServices(const ProgramServices&) = delete;
+    ProgramServices& operator=(const ProgramServices&) = delete;
 
     Endpoints endpoints;
     Preferences preferences;
     Session session;
     SystemClock clock;
     HttpClient client;
-    SystemDialogs dialogs;
+    Dialogs& dialogs;
     Notifier notifier;
     SleepInhibitor sleep;
     WebProfile profile;
