@@ -72,14 +72,14 @@ protected:
         return server.cookiesSentTo(path.toUtf8());
     }
 
-    /// An earlier launch of the program: a process of its own, that takes a cookie of the site and stores data.
-    void launchBefore(const QByteArray& cookie)
+    /// An earlier launch of the program: a process of its own, that takes a cookie of a host and stores data.
+    void launchBefore(const QByteArray& cookie, const QString& host = site)
     {
         server.serve("/cookie", test::Page{.body = "set", .headers = "Set-Cookie: " + cookie + "\r\n"});
         QProcess launch;
         launch.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         launch.start(QStringLiteral(ORVANE_EARLIER_LAUNCH),
-                     {folder.path(), server.url(u"/cookie"_s, site).toString(), storing});
+                     {folder.path(), server.url(u"/cookie"_s, host).toString(), storing});
         ASSERT_TRUE(test::eventually([&] { return launch.state() == QProcess::NotRunning; }));
         ASSERT_EQ(launch.exitCode(), 0);
     }
@@ -221,6 +221,17 @@ TEST_F(WebProfileTest, whatAnEarlierLaunchTookGoesToo)
     EXPECT_EQ(cookiesFor(page, site, u"/deep"_s), "");
     EXPECT_TRUE(call(page, looking).text().value_or(QString()).startsWith(u",,0,0,"_s))
         << call(page, looking).text().value_or(QString()).toStdString();
+}
+
+TEST_F(WebProfileTest, whatAnEarlierLaunchTookOfAnotherSiteStays)
+{
+    launchBefore("session=one; Path=/deep");
+    launchBefore("other=1", other);
+    WebProfile profile(folder.path());
+    WebPage page(profile);
+    forget(profile);
+    EXPECT_EQ(cookiesFor(page, site, u"/deep"_s), "");
+    EXPECT_EQ(cookiesFor(page, other), "other=1");
 }
 
 TEST_F(WebProfileTest, whereTheRecordOfCookiesIsLostEveryCookieGoes)
