@@ -1,8 +1,7 @@
 #include "tests/support/TestClock.h"
 
-#include <qcoro/qcorotimer.h>
-
 #include <QTimer>
+#include <qcoro/qcorotimer.h>
 
 namespace orvane::test {
 

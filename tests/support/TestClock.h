@@ -13,13 +13,17 @@ class TestClock final : public Clock
 {
 public:
     QDateTime now() const override { return start_.addMSecs(elapsed_.count()); }
+
     std::chrono::milliseconds monotonic() const override { return elapsed_; }
+
     QCoro::Task<> sleep(std::chrono::milliseconds duration) override;
 
     /// Every sleep in order.
     const std::vector<std::chrono::milliseconds>& sleeps() const { return sleeps_; }
+
     /// Their sum.
     std::chrono::milliseconds slept() const { return elapsed_; }
+
     void forget() { sleeps_.clear(); }
 
     /// Called at the start of each sleep.

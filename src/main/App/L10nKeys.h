@@ -1,5 +1,6 @@
 #pragma once
 
+// clang-format off
 /// Every text key of the program, in the order of the tables. `X` is called with each key's name.
 #define ORVANE_L10N_KEYS(X) \
     X(tabDownloader) \
@@ -344,3 +345,4 @@
     X(outRate) \
     X(updateQuietly) \
     X(updateTookTooLong)
+// clang-format on

@@ -1,8 +1,7 @@
 #include "platform/async/Clock.h"
 
-#include <qcoro/qcorotimer.h>
-
 #include <QTimer>
+#include <qcoro/qcorotimer.h>
 
 namespace orvane {
 

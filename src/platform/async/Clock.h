@@ -1,8 +1,7 @@
 #pragma once
 
-#include <qcoro/qcorotask.h>
-
 #include <QDateTime>
+#include <qcoro/qcorotask.h>
 
 #include <chrono>
 

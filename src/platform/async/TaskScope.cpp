@@ -10,7 +10,8 @@ struct TaskScope::State
     QEventLoop* drain = nullptr;
 };
 
-TaskScope::TaskScope() : state_(std::make_shared<State>())
+TaskScope::TaskScope()
+    : state_(std::make_shared<State>())
 {
 }
 

@@ -5,8 +5,8 @@
 #include <QFile>
 
 #include <algorithm>
-#include <optional>
 #include <fcntl.h>
+#include <optional>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -91,9 +91,9 @@ public:
     {
         std::chrono::milliseconds stallWindow{30'000};
         /// 1 KiB/s over the window.
-        qint64 stallBytes = 30 * 1024;
+        qint64 stallBytes = qint64{30} * 1024;
         /// Largest body taken into memory, bytes.
-        qint64 memoryBody = 64LL * 1024 * 1024;
+        qint64 memoryBody = qint64{64} * 1024 * 1024;
         int redirects = 5;
     };
 
