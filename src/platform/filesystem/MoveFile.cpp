@@ -1,6 +1,7 @@
 #include "platform/filesystem/MoveFile.h"
 
 #include "platform/filesystem/AtomicFile.h"
+#include "platform/filesystem/FlushedCopy.h"
 #include "platform/filesystem/StagingFile.h"
 
 #include <cerrno>
@@ -59,30 +60,21 @@ bool renameWithoutReplacing(const QByteArray& from, const QByteArray& to)
     return renameOver(from, to);
 }
 
-/// Copies into the staging name, which is taken away again when that fails.
-void stageCopy(const QByteArray& from, const QByteArray& staging)
-{
-    std::error_code ignored;
-    fs::remove_all(staging.toStdString(), ignored);
-    try {
-        fs::copy(from.toStdString(), staging.toStdString(),
-                 fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-    } catch (...) {
-        fs::remove_all(staging.toStdString(), ignored);
-        throw;
-    }
-}
-
 bool liesWithin(const QString& path, const QString& folder)
 {
     return path.startsWith(folder + u'/');
 }
 
-void flushToDisk(const QString& from, const QByteArray& staging)
+void removeAll(const QByteArray& name)
 {
-    const Descriptor file(retried([&] { return ::open(staging.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC); }));
-    if (file.isOpen() && retried([&] { return ::fsync(file.number()); }) != 0)
-        throw FileError(from, errno);
+    std::error_code ignored;
+    fs::remove_all(name.toStdString(), ignored);
+}
+
+bool stageCopy(const QByteArray& from, const QByteArray& staging)
+{
+    removeAll(staging);
+    return copyAndFlush(from, staging);
 }
 
 } // namespace
@@ -111,17 +103,12 @@ void copyWithoutReplacing(const QString& from, const QString& to)
     if (liesWithin(to, from))
         throw FileError(from, EINVAL);
     const QByteArray staging = systemName(temporarySibling(to));
-    try {
-        stageCopy(systemName(from), staging);
-        flushToDisk(from, staging);
-    } catch (const fs::filesystem_error& error) {
-        throw FileError(from, error.code().value());
-    }
-    if (renameWithoutReplacing(staging, target))
+    // The folder is flushed too: a move removes the original next, and a loss of power must not find neither of the
+    // two.
+    if (stageCopy(systemName(from), staging) && renameWithoutReplacing(staging, target) && flushFolderOf(target))
         return;
     const int code = errno;
-    std::error_code ignored;
-    fs::remove_all(staging.toStdString(), ignored);
+    removeAll(staging);
     throw FileError(from, code);
 }
 
