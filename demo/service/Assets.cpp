@@ -30,8 +30,9 @@ QByteArray Assets::artwork(const Track& track)
 
 StreamedBody Assets::repeatedAudio(qint64 size)
 {
-    const QByteArray block = kept(u"repeated"_s, [] { return record({.seconds = 8}).repeated(4); });
-    const auto read = [block, size](qint64 offset, qint64 most) {
+    // The same for every library, so that many services in one process make it once.
+    static const QByteArray block = record({.seconds = 8}).repeated(4);
+    const auto read = [size](qint64 offset, qint64 most) {
         const qsizetype start = offset % block.size();
         return block.mid(start, std::min({most, size - offset, qint64(block.size()) - start}));
     };
