@@ -160,11 +160,11 @@ QCoro::Task<LibraryExport::Saved> LibraryExport::saveAll(Run current, QList<Clip
         if (saved.stopped)
             co_return saved;
         const auto began = clock_.monotonic();
-        const PlannedTrack track = plan.at(index);
+        const PlannedTrack& track = plan.at(index);
         const ExportProgress progress{index, count, track.names.base, timeLeft.remaining()};
         Q_EMIT progressed(progress);
 
-        const Clip clip = clips.at(index);
+        const Clip& clip = clips.at(index);
         const ClipResult result = co_await saveClip(engine_, clip, current.order.assets, current.folder,
                                                     track.names.base, track.names.safeTitle, current.token);
         saved.problems += result.problems;

@@ -18,10 +18,13 @@ public:
 
     QCoro::Task<> sleep(std::chrono::milliseconds duration) override;
 
+    /// Lets time go by without a sleep.
+    void pass(std::chrono::milliseconds duration) { elapsed_ += duration; }
+
     /// Every sleep in order.
     const std::vector<std::chrono::milliseconds>& sleeps() const { return sleeps_; }
 
-    /// Their sum.
+    /// Their sum, and what went by besides.
     std::chrono::milliseconds slept() const { return elapsed_; }
 
     void forget() { sleeps_.clear(); }
