@@ -162,13 +162,23 @@ TEST_F(Download, theWaitsAfterABrokenConnectionHaveNoCap)
     EXPECT_EQ(clock.sleeps(), slices({800ms, 1'600ms, 3'200ms, 6'400ms, 12'800ms, 25'600ms}));
 }
 
-TEST_F(Download, aTransferThatStallsIsTriedAgain)
+class StallingDownload : public EngineTest
+{
+protected:
+    StallingDownload()
+        : EngineTest({.stallWindow = 200ms, .stallBytes = 1024})
+    {
+    }
+};
+
+TEST_F(StallingDownload, aTransferThatStallsIsGivenUp)
 {
     server.play({send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n"), dribble()});
-    server.play(file());
-    EXPECT_EQ(download(), DownloadOutcome::downloaded());
-    EXPECT_EQ(log.size(), 1U);
-    EXPECT_EQ(contents(target()), sound);
+    const DownloadOutcome outcome = download(2);
+    EXPECT_EQ(outcome.kind, DownloadOutcome::Kind::failed);
+    EXPECT_TRUE(outcome.reason.contains(u"stalled")) << qPrintable(outcome.reason);
+    EXPECT_THAT(log, ElementsAre(info(outcome.reason + u"; retrying"_s)));
+    EXPECT_EQ(namesInFolder(), QStringList());
 }
 
 TEST_F(Download, aRefusedRedirectIsATransportError)

@@ -69,8 +69,7 @@ QByteArray targetOf(const QByteArray& head);
 class EngineTest : public testing::Test
 {
 protected:
-    explicit EngineTest(HttpClient::Limits limits = {.stallWindow = std::chrono::milliseconds(200),
-                                                     .stallBytes = 1024});
+    explicit EngineTest(HttpClient::Limits limits = HttpClient::Limits());
 
     ReadOutcome read(const QString& workspaceID, const QString& token);
     /// Identifiers of a read that throws nothing.

@@ -18,11 +18,11 @@ protected:
     FaultMatrix()
         : EngineTest(smallLimits(GetParam().stallWindow))
     {
-        engine.requestTimeout = GetParam().timeout;
     }
 
     void playFault()
     {
+        engine.requestTimeout = GetParam().timeout;
         server.play(GetParam().script);
         for (int attempt = 0; attempt < engine.maxPageAttempts; ++attempt)
             server.openGate();
@@ -66,7 +66,14 @@ TEST_P(FaultMatrix, onTheFirstPageIsThrownOrNamedAndNeverTakenForAnEmptyLibrary)
 TEST_P(FaultMatrix, onALaterPageKeepsWhatWasReadOrNamesThePageThatIsNoJson)
 {
     server.play(feedPage({u"a"_s}));
-    playFault();
+    const auto listen = engine.onLog;
+    engine.onLog = [this, listen](const QString& message, LogLevel level) {
+        listen(message, level);
+        if (!message.startsWith(u"Page 1:"))
+            return;
+        server.clear();
+        playFault();
+    };
     const ReadOutcome outcome = readAll();
     if (outcome.error) {
         EXPECT_TRUE(outcome.error->sentence().startsWith(u"Page 2 is not readable: "_s))

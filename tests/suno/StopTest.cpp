@@ -28,6 +28,14 @@ protected:
         });
     }
 
+    /// The server's answer has come to its end, and the engine has not heard of it yet.
+    void answerWhileTheEngineWaits()
+    {
+        ASSERT_TRUE(server.waitForGate());
+        server.openGate();
+        ASSERT_TRUE(server.waitForLeaving());
+    }
+
     std::thread stopper;
 };
 
@@ -111,9 +119,9 @@ TEST_F(Stop, whenATransportErrorComesAtTheSameMomentSaysNothingOfATryToCome)
 
 TEST_F(Stop, thatComesBehindARateLimitSaysNothingOfATryToCome)
 {
-    server.play({send("HTTP/1.1 429 Slow\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), hold()});
+    server.play({gate(), send("HTTP/1.1 429 Slow\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), hold()});
     auto reading = outcomeOf(engine.fetchAllClips({}, u"token"_s));
-    ASSERT_TRUE(server.waitForLeaving());
+    answerWhileTheEngineWaits();
     engine.stop();
     EXPECT_THAT(QCoro::waitFor(std::move(reading)).clips, IsEmpty());
     EXPECT_FALSE(engine.lastFetchComplete());
@@ -164,9 +172,9 @@ TEST_F(Stop, amidTheLastAttemptIsNoFailure)
 
 TEST_F(Stop, thatComesBehindABrokenAnswerIsNoFailure)
 {
-    server.play({send("HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\n"), hold()});
+    server.play({gate(), send("HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\n"), hold()});
     auto saving = engine.downloadFile(server.url().toString(), target(), u"token"_s, 1);
-    ASSERT_TRUE(server.waitForLeaving());
+    answerWhileTheEngineWaits();
     engine.stop();
     EXPECT_EQ(QCoro::waitFor(std::move(saving)), DownloadOutcome::stopped());
     EXPECT_EQ(namesInFolder(), QStringList());
