@@ -8,7 +8,7 @@ namespace orvane::lab {
 
 using namespace Qt::Literals::StringLiterals;
 
-Arguments::Arguments(const QStringList& arguments, const QStringList& known)
+Arguments::Arguments(const QStringList& arguments, const QStringList& known, const QStringList& flags)
 {
     for (qsizetype index = 0; index < arguments.size(); ++index) {
         const QString& argument = arguments[index];
@@ -17,6 +17,10 @@ Arguments::Arguments(const QStringList& arguments, const QStringList& known)
             continue;
         }
         const QString name = argument.sliced(2);
+        if (flags.contains(name)) {
+            options_.insert(name, {});
+            continue;
+        }
         if (!known.contains(name))
             throw UsageError(u"There is no option --%1."_s.arg(name));
         if (++index == arguments.size())

@@ -12,11 +12,14 @@ namespace orvane::lab {
 class Arguments
 {
 public:
-    /// `known` are the names of the options, without dashes. Throws UsageError for any other, or one without a value.
-    Arguments(const QStringList& arguments, const QStringList& known);
+    /// `known` are the names of the options, without dashes, and `flags` those of the options that stand without a
+    /// value. Throws UsageError for any other, or one whose value is missing.
+    Arguments(const QStringList& arguments, const QStringList& known, const QStringList& flags = {});
 
     /// What stands alone, where there are `least` to `most` of it; else throws UsageError.
     const QStringList& alone(qsizetype least, qsizetype most) const;
+
+    bool has(const QString& flag) const { return options_.contains(flag); }
 
     std::optional<QString> text(const QString& option) const;
     /// Throws UsageError for what is no number.

@@ -33,6 +33,9 @@ std::span<const Verb> verbs();
 QJsonValue decode(const QStringList& arguments);
 QJsonValue master(const QStringList& arguments);
 QJsonValue measure(const QStringList& arguments);
+QJsonValue name(const QStringList& arguments);
 QJsonValue platforms(const QStringList& arguments);
+QJsonValue scan(const QStringList& arguments);
+QJsonValue tag(const QStringList& arguments);
 
 } // namespace orvane::lab

@@ -13,7 +13,13 @@ std::span<const Verb> verbs()
              "[--tag FILE --level DB --placement N]",
              master},
         Verb{"measure", "FILE", measure},
+        Verb{"name", "FOLDER [--pattern ID] [--perform]", name},
         Verb{"platforms", "[FILE]", platforms},
+        Verb{"scan", "FOLDER", scan},
+        Verb{"tag",
+             "FILE --title TEXT [--artist TEXT --album TEXT --genre TEXT --track N --total N --lyrics-file FILE "
+             "--artwork FILE]",
+             tag},
     };
     return table;
 }
