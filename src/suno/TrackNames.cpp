@@ -68,6 +68,8 @@ QStringView cutBetweenCodePoints(QStringView text)
 
 QStringView headThatFits(const QString& text)
 {
+    if (text.size() <= longestName && fits(text))
+        return text;
     QTextBoundaryFinder border(QTextBoundaryFinder::Grapheme, text);
     qsizetype end = 0;
     for (int count = 0; count < longestName; ++count) {

@@ -4,11 +4,9 @@
 #include "platform/filesystem/ReadFile.h"
 #include "platform/text/Characters.h"
 #include "suno/TrackNames.h"
-#include "trackfiles/library/Library.h"
 #include "trackfiles/namer/NameRules.h"
 
 #include <QFileInfo>
-#include <QSet>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -53,18 +51,27 @@ class UniqueNames
 public:
     QString take(const QString& wanted)
     {
-        QString name = wanted;
-        int& next = nextNumber_[wanted.toLower()];
-        for (next = std::max(next, 2); used_.contains(name.toLower()); ++next)
-            name = wanted + u" (%1)"_s.arg(next);
-        used_.insert(name.toLower());
+        const QString key = wanted.toLower();
+        const auto known = nextNumbers_.constFind(key);
+        if (known == nextNumbers_.constEnd()) {
+            nextNumbers_.insert(key, firstNumber);
+            return wanted;
+        }
+        QString name;
+        int number = *known;
+        do
+            name = wanted + u" (%1)"_s.arg(number++);
+        while (nextNumbers_.contains(name.toLower()));
+        nextNumbers_.insert(key, number);
+        nextNumbers_.insert(name.toLower(), firstNumber);
         return name;
     }
 
 private:
-    QSet<QString> used_;
-    /// Where the search for a free number goes on, so that ten thousand equal names cost no square.
-    QHash<QString, int> nextNumber_;
+    static constexpr int firstNumber = 2;
+    /// By each used name, in lower case: where the search for a free number goes on, so that ten thousand equal names
+    /// cost no square.
+    QHash<QString, int> nextNumbers_;
 };
 
 QStringList filesToMove(const Library::Entry& entry)
@@ -89,7 +96,7 @@ QString wantedName(const Library::Entry& entry, int index, const QString& patter
 void moveToNewStem(const Rename& row, const QString& path, Performed& result)
 {
     const QString oldName = fileName(path);
-    const QString newName = row.to + oldName.sliced(row.from.size());
+    const QString newName = row.to + oldName.mid(row.from.size());
     const QString target = path.chopped(oldName.size()) + newName;
     if (target == path)
         return;
@@ -109,7 +116,12 @@ void moveToNewStem(const Rename& row, const QString& path, Performed& result)
 QList<Rename> plan(const QString& folder, const QString& pattern, const std::optional<QStringList>& invented,
                    const QHash<QString, QString>& overrides)
 {
-    QList<Library::Entry> tracks = Library::read(folder).tracks();
+    return planFor(Library::read(folder).tracks(), pattern, invented, overrides);
+}
+
+QList<Rename> planFor(QList<Library::Entry> tracks, const QString& pattern, const std::optional<QStringList>& invented,
+                      const QHash<QString, QString>& overrides)
+{
     std::ranges::sort(tracks, {}, &Library::Entry::name);
     QList<Rename> rows;
     rows.reserve(tracks.size());

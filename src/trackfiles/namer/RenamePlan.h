@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trackfiles/library/Library.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -37,6 +39,10 @@ struct Performed
 /// are safe for the file system and differ in more than case. A lyrics file that cannot be read counts as absent.
 QList<Rename> plan(const QString& folder, const QString& pattern, const std::optional<QStringList>& invented = {},
                    const QHash<QString, QString>& overrides = {});
+
+/// As above, for the tracks of a folder that was read already.
+QList<Rename> planFor(QList<Library::Entry> tracks, const QString& pattern,
+                      const std::optional<QStringList>& invented = {}, const QHash<QString, QString>& overrides = {});
 
 /// Moves the files of the rows that change; what lies at a new name is left alone, and nothing is rolled back.
 Performed perform(const QList<Rename>& plan);

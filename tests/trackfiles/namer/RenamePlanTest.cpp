@@ -281,12 +281,13 @@ TEST(RenamePlanProperty, aMillionHostileNamesStayInTheFolderAndApart)
     const TestFolder folder;
     for (int index = 0; index < tracks; ++index)
         folder.write(QString::number(index) + u".mp3"_s, "x");
+    const QList<Library::Entry> entries = Library::read(folder.path()).tracks();
     std::mt19937 random(test::seed());
     for (int round = 0; round < rounds; ++round) {
         QStringList invented = round == 0 ? naughtyNames() : QStringList();
         while (invented.size() < tracks)
             invented.append(randomName(random));
-        const QList<Rename> plan = TrackNamer::plan(folder.path(), u"clean"_s, invented);
+        const QList<Rename> plan = TrackNamer::planFor(entries, u"clean"_s, invented);
         ASSERT_EQ(plan.size(), tracks);
         ASSERT_NO_FATAL_FAILURE(expectSound(plan));
         if (round % 100 == 0) {
