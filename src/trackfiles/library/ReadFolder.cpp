@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QHash>
 
+#include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -18,9 +19,11 @@ struct CloseFolder
 
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-/// Names the visible children of an open folder, one after the other; nothing at the end or on an error.
+/// Names the visible children of an open folder, one after the other; nothing at the end, and on an error with errno
+/// set.
 const dirent* nextVisible(DIR* folder)
 {
+    errno = 0;
     const dirent* child = ::readdir(folder);
     while (child && child->d_name[0] == '.')
         child = ::readdir(folder);
@@ -144,6 +147,11 @@ bool somethingExistsAt(const QByteArray& name)
     return ::lstat(name.constData(), &found) == 0;
 }
 
+Contents unlisted(const QByteArray& name)
+{
+    return {.entries = {}, .unreadable = somethingExistsAt(name), .missing = {}};
+}
+
 QString withoutTrailingSlashes(QString path)
 {
     while (path.size() > 1 && path.endsWith(u'/'))
@@ -159,7 +167,7 @@ Contents read(const QString& folder)
     const QByteArray name = QFile::encodeName(path);
     const Folder open(::opendir(name.constData()));
     if (!open)
-        return {.entries = {}, .unreadable = somethingExistsAt(name), .missing = {}};
+        return unlisted(name);
 
     const QString prefix = path.endsWith(u'/') ? path : path + u'/';
     const int parent = ::dirfd(open.get());
@@ -171,6 +179,8 @@ Contents read(const QString& folder)
         else
             files.add(parent, child->d_name);
     }
+    if (errno != 0)
+        return unlisted(name);
     QList<Entry> tracks = files.take();
     sortNaturally(folders);
     sortNaturally(tracks);

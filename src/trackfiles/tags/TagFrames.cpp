@@ -99,7 +99,8 @@ qint64 Tags::audioOffset(QByteArrayView head, qint64 fileSize)
 
 std::array<std::uint8_t, 4> Tags::synchsafe(qint64 value)
 {
-    Q_ASSERT(value >= 0);
+    if (value < 0)
+        qFatal("A size is never negative.");
     const auto part = [value](int shift) { return static_cast<std::uint8_t>((value >> shift) & 0x7F); };
     return {part(21), part(14), part(7), part(0)};
 }

@@ -184,5 +184,11 @@ TEST(AudioOffset, theHeadOfAFileSuffices)
     EXPECT_EQ(Tags::audioOffset(head.first(10), 1'000'000), 0);
 }
 
+TEST(SynchsafeDeathTest, aNegativeSizeStopsTheProcess)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(Tags::synchsafe(-1), "A size is never negative");
+}
+
 } // namespace
 } // namespace orvane
