@@ -65,6 +65,36 @@ void WebPane::setPopUpsAllowed(bool allowed)
     page_->windowOpener = allowed ? std::function<WebPage*()>([this] { return openPopUp(); }) : nullptr;
 }
 
+void WebPane::undo()
+{
+    view_->triggerPageAction(QWebEnginePage::Undo);
+}
+
+void WebPane::redo()
+{
+    view_->triggerPageAction(QWebEnginePage::Redo);
+}
+
+void WebPane::cut()
+{
+    view_->triggerPageAction(QWebEnginePage::Cut);
+}
+
+void WebPane::copy()
+{
+    view_->triggerPageAction(QWebEnginePage::Copy);
+}
+
+void WebPane::paste()
+{
+    view_->triggerPageAction(QWebEnginePage::Paste);
+}
+
+void WebPane::selectAll()
+{
+    view_->triggerPageAction(QWebEnginePage::SelectAll);
+}
+
 WebPage* WebPane::openPopUp()
 {
     auto* popUp = new WebPopup(page_->profile(), this);

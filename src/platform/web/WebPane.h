@@ -35,6 +35,15 @@ public:
     /// Whether the page may open further windows; it may at first.
     void setPopUpsAllowed(bool allowed);
 
+public Q_SLOTS:
+    /// The edit commands, by the names that a text field has them under, on what is focused or selected in the page.
+    void undo();
+    void redo();
+    void cut();
+    void copy();
+    void paste();
+    void selectAll();
+
 Q_SIGNALS:
     /// F6 was pressed in the page: the focus wants to go elsewhere.
     void leaveRequested();
