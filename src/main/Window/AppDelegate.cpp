@@ -116,8 +116,10 @@ bool AppDelegate::applicationShouldTerminate()
 
 void AppDelegate::applicationWillTerminate()
 {
-    if (relaunchAfterQuit)
-        QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    if (!relaunchAfterQuit)
+        return;
+    services_.preferences.flush();
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
 }
 
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event)
