@@ -139,6 +139,9 @@ QCoro::Task<ExportResult> LibraryExport::exportLibrary(Run current)
         co_return conclude(Ending::nothingTicked, L10n::t(L10n::Key::nothingTicked));
     if (clips.isEmpty() && isWhole)
         co_return conclude(Ending::noTracks, u"That workspace has no tracks."_s);
+    // Nobody but the user kept the first page away.
+    if (clips.isEmpty() && engine_.isStopping())
+        co_return conclude(Ending::stopped, L10n::t(L10n::Key::log47));
     if (clips.isEmpty())
         co_return conclude(Ending::noTracks, L10n::t(L10n::Key::noTracksRead));
 
