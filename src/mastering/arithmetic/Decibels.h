@@ -1,15 +1,13 @@
 #pragma once
 
-#include "mastering/arithmetic/Reading.h"
-
 #include <cmath>
 
 namespace orvane::Master {
 
-/// The level of a magnitude, in dB; minus infinity where it is not above 0.
+/// The level of a magnitude, in dB; minus infinity for 0.
 inline double decibels(double magnitude)
 {
-    return magnitude > 0.0 ? 20.0 * std::log10(magnitude) : minusInfinity;
+    return 20.0 * std::log10(magnitude);
 }
 
 /// The factor that a gain of so many dB stands for.

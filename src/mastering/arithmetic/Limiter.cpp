@@ -61,7 +61,7 @@ public:
         readAhead();
         overshoots_.advanceTo(frame_);
         ++frame_;
-        const double required = requiredGain();
+        const double required = std::min(ceiling_ / overshoots_.largest(), 1.0);
         gain_ = required < gain_ ? required : std::min(gain_ / release_, 1.0);
         return gain_;
     }
@@ -85,12 +85,6 @@ private:
         const std::size_t count = std::min(pieceLength, frames_ - read_);
         for (const auto& channel : channels_)
             raiseToMagnitudes(envelope_.data(), channel.data() + read_, count);
-    }
-
-    double requiredGain() const
-    {
-        const double largest = overshoots_.largest();
-        return ceiling_ < largest ? ceiling_ / largest : 1.0;
     }
 
     const Channels& channels_;

@@ -39,7 +39,7 @@ double meanLoudness(std::span<const double> values, Kept isKept)
 
 std::size_t wholeFrames(double frames)
 {
-    return frames >= 1.0 ? std::size_t(frames) : 0;
+    return std::size_t(std::max(frames, 0.0));
 }
 
 Windows blocksAt(double sampleRate)
@@ -146,16 +146,15 @@ double weight(std::size_t channel, std::size_t count)
 
 double loudnessOfEnergy(double energy)
 {
-    return energy > 0.0 ? 10.0 * std::log10(energy) + offset : minusInfinity;
+    return 10.0 * std::log10(energy) + offset;
 }
 
 double gatedLoudness(std::span<const double> blocks)
 {
     const auto isAudible = [](double block) { return block > absoluteGate; };
-    const double audible = meanLoudness(blocks, isAudible);
-    const double threshold = audible + relativeGate;
-    const double gated = meanLoudness(blocks, [&](double block) { return isAudible(block) && block > threshold; });
-    return std::isfinite(gated) ? gated : audible;
+    const double threshold = meanLoudness(blocks, isAudible) + relativeGate;
+    // The loudest block always lies above the threshold, so that something is left where anything was audible.
+    return meanLoudness(blocks, [&](double block) { return isAudible(block) && block > threshold; });
 }
 
 std::vector<double> shortTerm(const Channels& weighted, double sampleRate)

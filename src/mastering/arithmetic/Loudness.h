@@ -13,7 +13,7 @@ namespace orvane::Master {
 /// of six and more channels 0, all others 1.
 double weight(std::size_t channel, std::size_t count);
 
-/// Loudness in LUFS of a weighted sum of mean squares; minus infinity where it is not above 0.
+/// Loudness in LUFS of a weighted sum of mean squares; minus infinity for 0.
 double loudnessOfEnergy(double energy);
 
 /// Integrated loudness in LUFS of the loudnesses of 400 ms blocks: gated at -70 LUFS, which itself is dropped, then at

@@ -172,6 +172,20 @@ TEST(Chain, comesOutAsItsDefinitionTells)
     }
 }
 
+TEST(Chain, everyNoiseComesOutAsItsDefinitionTells)
+{
+    for (unsigned number = 0; number < 150; ++number) {
+        Channels input = loudNoise(number);
+        input[0].resize(5000);
+        Master::amplify(input, linear(-0.03 * number));
+        const double loudness = Master::measure(input, 8000.0).integrated;
+        Channels output = input;
+        const Result result = apply(loudness, -1.0, output, 8000.0);
+        ASSERT_EQ(output, plainChain(input, loudness, -1.0, 8000.0).channels) << number;
+        ASSERT_EQ(result.after, Master::measure(output, 8000.0)) << number;
+    }
+}
+
 TEST(Chain, triesFourTimesAndKeepsWhatTheLastTryGives)
 {
     const Channels input = stubborn();

@@ -182,6 +182,19 @@ TEST(GatedLoudness, blocksTenUnitsUnderTheMeanAreDropped)
     EXPECT_NEAR(Master::gatedLoudness(Samples{-20.0, -33.5}), -20.0, 1e-9);
 }
 
+TEST(GatedLoudness, aBlockExactlyAtTheRelativeGateIsDropped)
+{
+    // From above, the second block is brought down to where the gate lies that it is part of itself.
+    double second = -29.0;
+    double loudness = Master::gatedLoudness(Samples{-20.0, second});
+    for (int step = 0; step < 100 && loudness < -20.5; ++step) {
+        second = loudness - 10.0;
+        loudness = Master::gatedLoudness(Samples{-20.0, second});
+    }
+    EXPECT_NEAR(loudness, -20.0, 1e-9);
+    EXPECT_LT(Master::gatedLoudness(Samples{-20.0, second + 1e-9}), -22.0);
+}
+
 TEST(GatedLoudness, randomBlocksReadAsThePlainDefinitionSays)
 {
     for (unsigned run = 0; run < 50; ++run) {
@@ -202,6 +215,11 @@ TEST(ShortTerm, windowsOfThreeSecondsStartEveryTenthOfASecond)
     ASSERT_EQ(found.size(), wanted.size());
     for (std::size_t window = 0; window < found.size(); ++window)
         EXPECT_NEAR(found[window], wanted[window], 1e-9);
+}
+
+TEST(ShortTerm, theHopMayBeASingleFrame)
+{
+    EXPECT_EQ(Master::shortTerm({silence(31)}, 10.0).size(), 2u);
 }
 
 TEST(ShortTerm, underThreeSecondsThereIsNone)
@@ -235,6 +253,16 @@ TEST(LoudnessRange, percentilesAreNearestRanksWithHalvesRoundedUp)
     EXPECT_EQ(Master::loudnessRange(values), 9.0);
     // Of 6 values the ranks 0.5 and 4.75 are the second and the last.
     EXPECT_EQ(Master::loudnessRange(Samples{-20.0, -21.0, -22.0, -23.0, -24.0, -25.0}), 4.0);
+}
+
+TEST(LoudnessRange, aValueExactlyAtTheRelativeGateIsKept)
+{
+    const auto energy = [](double loudness) { return std::pow(10.0, (loudness + 0.691) / 10.0); };
+    double second = -43.0;
+    for (int step = 0; step < 100; ++step)
+        second = Master::loudnessOfEnergy((energy(-20.0) + energy(second)) / 2.0) - 20.0;
+    EXPECT_EQ(Master::loudnessRange(Samples{-20.0, second}), -20.0 - second);
+    EXPECT_EQ(Master::loudnessRange(Samples{-20.0, second - 1e-9}), 0.0);
 }
 
 TEST(LoudnessRange, valuesTwentyUnitsUnderTheMeanAreKept)

@@ -94,6 +94,34 @@ TEST(TruePeak, aLoneLoudBlockAmongQuietOnesIsNotPassedOver)
     }
 }
 
+TEST(TruePeak, theWorstThatSmallSamplesCanDoIsNotPassedOver)
+{
+    const auto& taps = Master::oversamplingTaps();
+    for (const std::size_t phase : {1u, 2u, 3u}) {
+        Samples samples = silence(400);
+        // Samples with the signs of the taps add up to the most there can be, a little more than the lone large one.
+        double sum = 0.0;
+        for (std::size_t tap = 0; tap < 32; ++tap)
+            sum += std::abs(taps[124 + phase - 4 * tap]);
+        for (std::size_t tap = 0; tap < 32; ++tap)
+            samples[100 + tap] = std::copysign(1.0, taps[124 + phase - 4 * tap]);
+        samples[300] = 0.99 * sum;
+        expectSamePeak(samples);
+        EXPECT_GT(Master::scanTruePeak(samples), samples[300]);
+    }
+}
+
+TEST(TruePeak, whatLiesBehindTheSamplesIsNotLookedAt)
+{
+    for (std::size_t frames = 33; frames < 200; ++frames) {
+        Samples samples = noise(frames, 0.3, unsigned(frames));
+        const double alone = Master::scanTruePeak(samples);
+        samples.insert(samples.end(), 40, 1000.0);
+        EXPECT_EQ(Master::scanTruePeak(std::span(samples).first(frames)), alone) << frames;
+        EXPECT_LT(Master::scanPeaks(std::span(samples).first(frames)).sample, 1000.0);
+    }
+}
+
 TEST(TruePeak, musicReadsAsThePlainDefinitionSays)
 {
     for (const Samples& channel : music(4.0, 44100.0))
