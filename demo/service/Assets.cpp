@@ -7,12 +7,24 @@ namespace orvane::demo {
 
 using namespace Qt::Literals::StringLiterals;
 
-QByteArray Assets::kept(const QString& name, const std::function<QByteArray()>& make)
+QByteArray Assets::kept(const QString& name, const Maker& make)
 {
-    const std::lock_guard guard(lock_);
-    if (const QByteArray* known = made_.object(name))
-        return *known;
+    std::promise<QByteArray> promise;
+    {
+        std::unique_lock guard(lock_);
+        if (const QByteArray* known = made_.object(name))
+            return *known;
+        if (const auto other = underWay_.constFind(name); other != underWay_.constEnd()) {
+            const std::shared_future<QByteArray> coming = *other;
+            guard.unlock();
+            return coming.get();
+        }
+        underWay_.insert(name, promise.get_future().share());
+    }
     const QByteArray bytes = make();
+    promise.set_value(bytes);
+    const std::lock_guard guard(lock_);
+    underWay_.remove(name);
     made_.insert(name, new QByteArray(bytes), static_cast<int>(bytes.size() / 1024 + 1));
     return bytes;
 }
@@ -26,6 +38,11 @@ QByteArray Assets::artwork(const Track& track)
 {
     return kept(track.id + u'.' + track.artworkExtension,
                 [&track] { return paintCover(track.song.seed, track.artworkExtension); });
+}
+
+QByteArray Assets::thumbnail(const Track& track)
+{
+    return kept(track.id + u" thumbnail"_s, [&track] { return paintThumbnail(track.song.seed); });
 }
 
 StreamedBody Assets::repeatedAudio(qint64 size)

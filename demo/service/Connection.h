@@ -23,16 +23,19 @@ public:
 private:
     void readRequests();
     void answer(const Request& request);
+    void make(const Request& request, const Response& response, const std::optional<Fault>& fault);
+    void send(const Request& request, const Response& response, const std::optional<Fault>& fault);
     void begin(WireAnswer answer);
     void sendMore();
-    void dribble();
+    void sendPiece(qint64 most);
+    bool isAllSent() const;
     void end();
     void reset();
 
     QTcpSocket* socket_;
     HttpServer& server_;
     QByteArray buffer_;
-    QTimer second_;
+    QTimer pace_;
     WireAnswer answer_;
     qint64 sent_ = 0;
     bool answering_ = false;

@@ -3,12 +3,13 @@
 #include <QByteArray>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace orvane::demo {
 
-/// A fault to answer a request with. Faults apply in the order in which they were scripted; each serves `times`
-/// requests.
+/// A fault to answer a request with. The first fault that was scripted for a request and is not used up decides about
+/// it, also when it lets it pass.
 struct Fault
 {
     enum class Kind
@@ -42,6 +43,7 @@ struct Fault
     Kind kind = Kind::status;
     /// Requests whose path and query contain this text; empty for all.
     QString where;
+    /// Requests that it serves. A loop and a page that comes for ever have no end before `clearFaults`.
     int times = 1;
     /// Matching requests that pass untouched before the first that does not.
     int after = 0;
@@ -50,6 +52,8 @@ struct Fault
     std::optional<QByteArray> retryAfter;
     /// Target of a redirect.
     QByteArray location;
+    /// Time from one byte to the next of a body that dribbles.
+    std::chrono::milliseconds pace{1000};
 };
 
 } // namespace orvane::demo

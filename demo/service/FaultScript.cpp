@@ -1,6 +1,14 @@
 #include "demo/service/FaultScript.h"
 
 namespace orvane::demo {
+namespace {
+
+bool hasNoEnd(Fault::Kind kind)
+{
+    return kind == Fault::Kind::redirectLoop || kind == Fault::Kind::samePageForEver;
+}
+
+} // namespace
 
 void FaultScript::add(const Fault& fault)
 {
@@ -24,7 +32,8 @@ std::optional<Fault> FaultScript::take(const QByteArray& target)
             --fault.after;
             return std::nullopt;
         }
-        --fault.times;
+        if (!hasNoEnd(fault.kind))
+            --fault.times;
         return fault;
     }
     return std::nullopt;

@@ -3,8 +3,6 @@
 namespace orvane::demo {
 namespace {
 
-constexpr qsizetype largestRequest = 1024 * 1024;
-
 std::optional<Request> parseHead(const QByteArray& head)
 {
     const QList<QByteArray> lines = head.split('\n');
@@ -40,6 +38,23 @@ QByteArray Request::cookie(QByteArrayView name) const
             return pair.sliced(equals + 1);
     }
     return {};
+}
+
+StreamedBody Response::stream(qint64 size) const
+{
+    if (streamed)
+        return {.size = size, .read = streamed->read};
+    return {.size = size, .read = [bytes = body](qint64 offset, qint64 most) { return bytes.mid(offset, most); }};
+}
+
+QByteArray Response::wholeBody() const
+{
+    if (!streamed)
+        return body;
+    QByteArray bytes;
+    while (bytes.size() < streamed->size)
+        bytes += streamed->read(bytes.size(), streamed->size - bytes.size());
+    return bytes;
 }
 
 std::optional<Request> takeRequest(QByteArray& buffer, bool& isBad)

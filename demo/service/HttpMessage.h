@@ -50,17 +50,21 @@ struct Response
     QByteArray body;
     QList<std::pair<QByteArray, QByteArray>> headers;
     std::optional<StreamedBody> streamed;
+    /// Makes a body that takes time; called on another thread.
+    std::function<QByteArray()> made;
 
     qint64 size() const { return streamed ? streamed->size : body.size(); }
 
-    QByteArray read(qint64 offset, qint64 most) const
-    {
-        return streamed ? streamed->read(offset, most) : body.mid(offset, most);
-    }
+    /// The first `size` bytes of the body, to be read as they are sent.
+    StreamedBody stream(qint64 size) const;
+    /// All of the body, in memory.
+    QByteArray wholeBody() const;
 };
 
+inline constexpr qsizetype largestRequest = 1024 * 1024;
+
 /// Takes one whole request off the front of `buffer`; absent while it is incomplete. `isBad` is set for what is no
-/// request, or one beyond 1 MiB.
+/// request, or one beyond `largestRequest`.
 std::optional<Request> takeRequest(QByteArray& buffer, bool& isBad);
 
 /// The words that go with a status.

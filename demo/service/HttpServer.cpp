@@ -14,23 +14,43 @@ public:
     explicit Listener(HttpServer& server)
         : server_(server)
     {
+        takeConnectionsOf(here_);
+        takeConnectionsOf(elsewhere_);
     }
 
-    /// The port it listens on; 0 where the machine has no loopback to give.
+    /// The port it listens on, the same for both hosts; 0 where the machine has no loopback to give.
     quint16 listen()
     {
-        tcp_ = new QTcpServer(this);
-        tcp_->setListenBacklogSize(256);
-        connect(tcp_, &QTcpServer::newConnection, this, [this] {
-            while (QTcpSocket* socket = tcp_->nextPendingConnection())
-                new Connection(socket, server_, this);
-        });
-        return tcp_->listen(QHostAddress::LocalHost) ? tcp_->serverPort() : 0;
+        constexpr int attempts = 20;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            const quint16 port = listenOn(here_, QHostAddress(QHostAddress::LocalHost), 0);
+            if (port == 0 || listenOn(elsewhere_, QHostAddress(elsewhere), port) == port)
+                return port;
+            here_.close();
+        }
+        return 0;
     }
 
 private:
+    static constexpr quint32 elsewhere = 0x7F00'0002;
+
+    quint16 listenOn(QTcpServer& server, const QHostAddress& address, quint16 port)
+    {
+        return server.listen(address, port) ? server.serverPort() : 0;
+    }
+
+    void takeConnectionsOf(QTcpServer& server)
+    {
+        server.setListenBacklogSize(256);
+        connect(&server, &QTcpServer::newConnection, this, [this, &server] {
+            while (QTcpSocket* socket = server.nextPendingConnection())
+                new Connection(socket, server_, this);
+        });
+    }
+
     HttpServer& server_;
-    QTcpServer* tcp_ = nullptr;
+    QTcpServer here_{this};
+    QTcpServer elsewhere_{this};
 };
 
 HttpServer::HttpServer(Handler handler)

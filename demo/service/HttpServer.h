@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QThread>
+#include <QThreadPool>
 
 #include <functional>
 #include <memory>
@@ -27,8 +28,8 @@ struct SeenRequest
     int status = 0;
 };
 
-/// An HTTP/1.1 server on 127.0.0.1, on a thread of its own. The handler is called on
-/// that thread. Everything else may be called from any thread.
+/// An HTTP/1.1 server on 127.0.0.1, and under the same port on 127.0.0.2, on a thread of its own. The handler is called
+/// on that thread; bodies that take time are made on others. Everything else may be called from any thread.
 class HttpServer
 {
 public:
@@ -56,6 +57,8 @@ private:
     FaultScript faults_;
     mutable std::mutex lock_;
     QList<SeenRequest> seen_;
+    /// Its destructor waits for what is being made.
+    QThreadPool makers_;
     QThread thread_;
     quint16 port_ = 0;
     std::unique_ptr<Listener> listener_;

@@ -1,8 +1,11 @@
 #include "demo/service/Library.h"
 
+#include "demo/service/JsonWriter.h"
 #include "demo/service/Words.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QUuid>
 
 namespace orvane::demo {
@@ -14,11 +17,12 @@ namespace {
 constexpr int instrumentalOrdinal = 2;
 constexpr int untitledOrdinal = 3;
 constexpr int withoutAddressOrdinal = 1;
+constexpr int firstTwinOrdinal = 4;
 
 /// Titles of the telling tracks; absent where the written title serves.
 std::optional<QString> tellingTitle(int ordinal)
 {
-    static const QList<QString> hostile{
+    static const QList<QString> titles{
         u"Twin Lights"_s,
         u"Twin Lights"_s,
         u"../../etc/passwd"_s,
@@ -29,17 +33,10 @@ std::optional<QString> tellingTitle(int ordinal)
         u"CON"_s,
         u"\"Quoted\" <b>bold</b> 100% *?|"_s,
         u"..."_s,
+        u"Half a \xD83D pair"_s,
     };
-    constexpr int first = 4;
-    const int place = ordinal - first;
-    return place >= 0 && place < hostile.size() ? std::optional(hostile[place]) : std::nullopt;
-}
-
-/// Written titles repeat sooner or later, so in a large library each carries its number.
-QString plainTitle(int ordinal, unsigned seed)
-{
-    constexpr int fewEnough = 16;
-    return ordinal < fewEnough ? titleOf(seed) : titleOf(seed) + u' ' + QString::number(ordinal);
+    const int place = ordinal - firstTwinOrdinal;
+    return place >= 0 && place < titles.size() ? std::optional(titles[place]) : std::nullopt;
 }
 
 QString identifier(unsigned seed, const QString& name)
@@ -63,6 +60,7 @@ Song songOf(const LibraryOptions& options, unsigned seed)
             .tonic = static_cast<int>((seed * 7) % 12),
             .minor = seed % 3 == 0,
             .seconds = std::round(options.shortestSeconds + span * ((seed * 37) % 100) / 100.0),
+            .leadIn = 0.05 * (seed % 8),
             .seed = seed};
 }
 
@@ -113,8 +111,7 @@ Track Library::at(int position) const
     const unsigned seed = options_.seed * 1'000'003U + static_cast<unsigned>(ordinal);
     static const QString extensions[] = {u"jpg"_s, u"png"_s, u"webp"_s};
     Track track{.id = trackId(ordinal),
-                .title =
-                    (options_.plainOnly ? std::nullopt : tellingTitle(ordinal)).value_or(plainTitle(ordinal, seed)),
+                .title = title(ordinal),
                 .isUntitled = tells(ordinal, untitledOrdinal),
                 .hasLyrics = !tells(ordinal, instrumentalOrdinal),
                 .hasAudioAddress = !tells(ordinal, withoutAddressOrdinal),
@@ -137,6 +134,12 @@ std::optional<int> Library::positionOf(const QString& id) const
     return *found < options_.tracks ? *found + added_ : options_.tracks + added_ - 1 - *found;
 }
 
+QString Library::title(int ordinal) const
+{
+    const std::optional<QString> telling = options_.plainOnly ? std::nullopt : tellingTitle(ordinal);
+    return telling ? *telling : titleOf(options_.seed, ordinal);
+}
+
 QString Library::trackId(int ordinal) const
 {
     return identifier(options_.seed, u"track "_s + QString::number(ordinal));
@@ -153,51 +156,73 @@ QString Library::lyricsAt(int position) const
     return written.repeated(options_.lyricsBytes / written.size() + 1).first(options_.lyricsBytes);
 }
 
-QJsonObject Library::record(int position, const QByteArray& siteAddress) const
+void Library::writeRecord(JsonWriter& json, int position, const QString& site) const
 {
     const Track track = at(position);
-    const QString site = QString::fromLatin1(siteAddress);
-    const QString image = site + u"/image/"_s + track.id + u'.' + track.artworkExtension;
-    QJsonObject record{
-        {u"id"_s, track.id},
-        {u"title"_s, track.isUntitled ? QJsonValue() : QJsonValue(track.title)},
-        {u"image_url"_s, image + u"?width=200"_s},
-        {u"image_large_url"_s, image},
-        {u"status"_s, u"complete"_s},
-        {u"is_public"_s, false},
-        {u"play_count"_s, position * 3},
-        {u"created_at"_s, u"2026-10-01T12:00:00.000Z"_s},
-        {u"metadata"_s, QJsonObject{{u"prompt"_s, lyricsAt(position)},
-                                    {u"tags"_s, track.tags},
-                                    {u"duration"_s, track.song.seconds},
-                                    {u"type"_s, u"gen"_s}}},
-    };
+    // The service is not of one mind about where the words stand.
+    const bool hasWordsOnTop = ordinalAt(position) % 8 == 7;
+    json.beginObject();
+    json.key("id").text(track.id);
+    if (track.isUntitled)
+        json.key("title").null();
+    else
+        json.key("title").text(track.title);
     if (track.hasAudioAddress)
-        record.insert(u"audio_url"_s, site + u'/' + track.id + u".mp3"_s);
-    return record;
+        json.key("audio_url").text(site + u'/' + track.id + u".mp3"_s);
+    json.key("image_url").text(site + u"/thumbnail/"_s + track.id + u".jpg"_s);
+    json.key("image_large_url").text(site + u"/image/"_s + track.id + u'.' + track.artworkExtension);
+    json.key("status").text(u"complete");
+    json.key("is_public").boolean(false);
+    json.key("play_count").number(position * 3);
+    json.key("created_at").text(u"2026-10-01T12:00:00.000Z");
+    if (hasWordsOnTop)
+        json.key("prompt").text(lyricsAt(position));
+    json.key("metadata").beginObject();
+    if (!hasWordsOnTop)
+        json.key("prompt").text(lyricsAt(position));
+    json.key("tags").text(track.tags);
+    json.key("duration").number(track.song.seconds);
+    json.key("type").text(u"gen");
+    json.endObject();
+    json.endObject();
 }
 
-QList<int> Library::positionsOf(const QString& projectId, int from, int count) const
+std::optional<int> Library::projectOf(const QString& projectId) const
 {
+    for (int project = 0; project < options_.projects; ++project) {
+        if (this->projectId(project) == projectId)
+            return project;
+    }
+    return std::nullopt;
+}
+
+QList<int> Library::positionsOf(const QString& projectId) const
+{
+    const std::optional<int> project = projectOf(projectId);
     QList<int> positions;
-    if (projectId.isEmpty()) {
-        for (int position = from; position < std::min(from + count, size()); ++position)
-            positions.append(position);
-        return positions;
-    }
     for (int position = 0; position < size(); ++position) {
-        if (options_.projects > 0 && this->projectId(ordinalAt(position) % options_.projects) == projectId)
+        if (projectId.isEmpty() || (project && ordinalAt(position) % options_.projects == *project))
             positions.append(position);
     }
-    return positions.mid(from, count);
+    return positions;
 }
 
 QByteArray Library::page(int number, const QString& projectId, const QByteArray& siteAddress) const
 {
-    QJsonArray clips;
-    for (const int position : positionsOf(projectId, (std::max(1, number) - 1) * options_.pageSize, options_.pageSize))
-        clips.append(record(position, siteAddress));
-    return text(QJsonObject{{u"clips"_s, clips}, {u"num_total_results"_s, size()}, {u"current_page"_s, number}});
+    const QString site = QString::fromLatin1(siteAddress);
+    const QList<int> positions = positionsOf(projectId);
+    const qsizetype first = (std::max(1, number) - 1LL) * options_.pageSize;
+    JsonWriter json;
+    json.reserve(options_.pageSize * (800LL + options_.lyricsBytes));
+    json.beginObject();
+    json.key("clips").beginArray();
+    for (qsizetype at = first; at < std::min<qsizetype>(first + options_.pageSize, positions.size()); ++at)
+        writeRecord(json, positions[at], site);
+    json.endArray();
+    json.key("num_total_results").number(static_cast<int>(positions.size()));
+    json.key("current_page").number(number);
+    json.endObject();
+    return json.bytes();
 }
 
 QString Library::projectId(int project) const
@@ -205,13 +230,17 @@ QString Library::projectId(int project) const
     return identifier(options_.seed, u"project "_s + QString::number(project));
 }
 
+QString Library::projectName(int project) const
+{
+    return titleOf(options_.seed, 50'000 + project) + u" sessions"_s;
+}
+
 QByteArray Library::projects() const
 {
     static const QString nameKeys[] = {u"name"_s, u"display_name"_s, u"title"_s, u"project_name"_s};
     QJsonArray projects;
     for (int project = 0; project < options_.projects; ++project) {
-        const QString name = titleOf(options_.seed + 900U + static_cast<unsigned>(project)) + u" sessions"_s;
-        projects.append(QJsonObject{{u"id"_s, projectId(project)}, {nameKeys[project % 4], name}});
+        projects.append(QJsonObject{{u"id"_s, projectId(project)}, {nameKeys[project % 4], projectName(project)}});
     }
     return projects.isEmpty() ? QByteArray("[]") : text(inForm(options_.projectForm, projects));
 }

@@ -4,14 +4,14 @@
 
 #include <QByteArray>
 #include <QHash>
-#include <QJsonArray>
-#include <QJsonObject>
 #include <QList>
 #include <QString>
 
 #include <optional>
 
 namespace orvane::demo {
+
+class JsonWriter;
 
 /// In what form the projects are told of.
 enum class ProjectForm
@@ -29,8 +29,8 @@ enum class ProjectForm
 /// What the stand-in library holds.
 struct LibraryOptions
 {
-    /// Tracks in the whole library; the first ones are the telling ones (no audio address, no lyrics, untitled, two
-    /// with one title, hostile titles), the rest are plain.
+    /// Tracks in the whole library; the first 15 are the telling ones (no audio address, no lyrics, untitled, two with
+    /// one title, hostile titles), the rest are plain.
     int tracks = 16;
     /// Leaves the telling ones out.
     bool plainOnly = false;
@@ -42,7 +42,7 @@ struct LibraryOptions
     /// Length of the composed recordings, in seconds.
     double shortestSeconds = 20;
     double longestSeconds = 60;
-    /// Bytes of lyrics for each plain track, made by repeating the written ones; 0 for these as they are.
+    /// Bytes of lyrics for each track that has any, made by repeating the written ones; 0 for these as they are.
     int lyricsBytes = 0;
     /// When set, every recording is this many bytes of one short recording over and over, made as it is sent.
     std::optional<qint64> assetBytes;
@@ -84,22 +84,27 @@ public:
     std::optional<int> positionOf(const QString& id) const;
     QString lyricsAt(int position) const;
 
+    /// Positions of the tracks of a project, or of all where its identifier is empty.
+    QList<int> positionsOf(const QString& projectId) const;
+    /// A project's number; absent for an unknown identifier.
+    std::optional<int> projectOf(const QString& projectId) const;
     /// A page of the feed, counted from 1, of the whole library or of a project; empty behind the end.
     QByteArray page(int number, const QString& projectId, const QByteArray& siteAddress) const;
     /// The answer of the project addresses.
     QByteArray projects() const;
     QString projectId(int project) const;
+    QString projectName(int project) const;
 
 private:
     /// A track's number for life: the first ones made have 0 and up, those added later the next.
     int ordinalAt(int position) const;
-    QString trackId(int ordinal) const;
 
     /// Whether the track with this number is the telling one of that place.
     bool tells(int ordinal, int place) const { return !options_.plainOnly && ordinal == place; }
 
-    QJsonObject record(int position, const QByteArray& siteAddress) const;
-    QList<int> positionsOf(const QString& projectId, int from, int count) const;
+    QString title(int ordinal) const;
+    QString trackId(int ordinal) const;
+    void writeRecord(JsonWriter& json, int position, const QString& site) const;
 
     LibraryOptions options_;
     /// Numbers by identifier, as far as they have been asked for.

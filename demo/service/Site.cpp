@@ -2,114 +2,167 @@
 
 #include "demo/service/Library.h"
 
+#include <QFile>
+
+#include <algorithm>
+#include <mutex>
+
+static void openResources()
+{
+    Q_INIT_RESOURCE(site);
+}
+
 namespace orvane::demo::Site {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QByteArray style = R"(
-<style>
-  :root { color-scheme: dark; }
-  * { box-sizing: border-box; }
-  body { margin: 0; background: #101216; color: #f3f4f6; font: 17px/1.5 "Noto Sans", sans-serif; }
-  header { display: flex; flex-wrap: wrap; gap: 12px; align-items: center; justify-content: space-between;
-           padding: 20px 32px; border-bottom: 1px solid #22262f; }
-  header b { font-size: 20px; }
-  header small { color: #9ca3af; font-weight: 400; }
-  main { padding: 32px; max-width: 1400px; margin: 0 auto; }
-  .welcome { max-width: 520px; margin: 12vh auto; text-align: center; }
-  .welcome p { color: #9ca3af; }
-  button, .button { font: inherit; font-weight: 600; color: #101216; background: #e8e3d8; border: 0; border-radius: 999px;
-           padding: 12px 28px; cursor: pointer; text-decoration: none; display: inline-block; }
-  button.quiet { background: none; color: #d1d5db; border: 1px solid #374151; padding: 8px 18px; }
-  a { color: #cbb994; }
-  .grid { display: grid; grid-template-columns: repeat(auto-fill, minmax(170px, 1fr)); gap: 24px; }
-  .card img { width: 100%; aspect-ratio: 1; border-radius: 12px; display: block; background: #22262f; }
-  .card div { margin-top: 8px; overflow: hidden; text-overflow: ellipsis; white-space: nowrap; unicode-bidi: isolate; }
-  .card small { color: #9ca3af; display: block; overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
-</style>
-)";
-
-const QByteArray clerk = R"(
-<script>
-  window.Clerk = {
-    session: {
-      getToken: async () => {
-        const answer = await fetch('/token', { credentials: 'same-origin' });
-        return answer.ok ? await answer.text() : '';
-      }
-    }
-  };
-  const post = async (address) => {
-    await fetch(address, { method: 'POST', credentials: 'same-origin' });
-    location.href = '/';
-  };
-  document.addEventListener('click', (event) => {
-    if (event.target.id === 'sign-in') post('/sign-in');
-    if (event.target.id === 'sign-out') post('/sign-out');
-    if (event.target.id === 'popup-sign-in') window.open('/popup-sign-in', 'sign-in', 'width=420,height=360');
-  });
-</script>
-)";
+QByteArray escaped(const QString& text)
+{
+    // Lone surrogates have no UTF-8, and control characters no place in a page.
+    QString shown = text;
+    std::replace_if(
+        shown.begin(), shown.end(), [](QChar unit) { return unit.unicode() < 0x20; }, u' ');
+    return shown.toHtmlEscaped().toUtf8();
+}
 
 QByteArray document(const QByteArray& title, const QByteArray& body)
 {
-    return "<!doctype html><html lang=\"en\"><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
-           "content=\"width=device-width\"><title>" +
-           title + "</title>" + style + clerk + "</head><body>" + body + "</body></html>";
+    return R"(<!doctype html><html lang="en"><head><meta charset="utf-8">)"
+           R"(<meta name="viewport" content="width=device-width, initial-scale=1">)"
+           R"(<link rel="icon" href="/mark.svg"><link rel="stylesheet" href="/style.css">)"
+           R"(<script src="/script.js" defer></script><title>)" +
+           title + "</title></head><body>" + body + "</body></html>";
 }
 
-QByteArray welcome()
+QByteArray header(const QByteArray& button)
 {
-    return R"(<main><div class="welcome"><h1>Suno (stand-in)</h1>
-      <p>This page stands in for the service. It runs on your own machine, and the music, the words and the pictures
-      behind it are made up.</p>
-      <p><button id="sign-in">Sign in</button></p>
-      <p><button id="popup-sign-in" class="quiet">Sign in in another window</button></p></div></main>)";
+    return R"(<header><a href="/"><img src="/mark.svg" alt=""><b>Suno <span>(stand-in)</span></b></a>)" + button +
+           "</header>";
+}
+
+QByteArray thumbnail(const Track& track)
+{
+    return "/thumbnail/" + track.id.toLatin1() + ".jpg";
+}
+
+QByteArray wall(const Library& library)
+{
+    constexpr int covers = 9;
+    QByteArray images;
+    for (int position = 0; position < std::min(library.size(), covers); ++position)
+        images += R"(<img alt="" src=")" + thumbnail(library.at(position)) + R"(">)";
+    return R"(<div class="wall" aria-hidden="true">)" + images + "</div>";
+}
+
+QByteArray lengthOf(double seconds)
+{
+    const int whole = static_cast<int>(seconds);
+    return QByteArray::number(whole / 60) + ':' + QByteArray::number(whole % 60).rightJustified(2, '0');
 }
 
 QByteArray card(const Track& track)
 {
-    const QString title = track.isUntitled ? u"Untitled"_s : track.title;
-    return "<div class=\"card\"><img loading=\"lazy\" alt=\"\" src=\"/image/" + track.id.toLatin1() + '.' +
-           track.artworkExtension.toLatin1() + "\"><div>" + title.toHtmlEscaped().toUtf8() + "</div><small>" +
-           track.tags.toHtmlEscaped().toUtf8() + "</small></div>";
+    const QByteArray title = track.isUntitled ? QByteArray("Untitled") : escaped(track.title);
+    const QByteArray facts =
+        lengthOf(track.song.seconds) + " · " + QByteArray::number(track.song.bpm) + " bpm · " + track.key.toUtf8();
+    return R"(<article class="card" data-audio="/)" + track.id.toLatin1() +
+           R"(.mp3"><button class="cover" aria-label="Play )" + title + R"("><img loading="lazy" alt="" src=")" +
+           thumbnail(track) + R"("><span></span></button><h3><bdi>)" + title + "</bdi></h3><p>" + escaped(track.tags) +
+           "</p><p>" + facts + "</p></article>";
 }
 
-QByteArray tracks(const Library& library, const QString& projectId)
+QByteArray chip(const QByteArray& address, const QByteArray& text, bool isCurrent)
 {
-    constexpr int mostCards = 24;
-    QByteArray cards;
-    for (int position = 0; position < std::min(library.size(), mostCards); ++position)
-        cards += card(library.at(position));
-    QByteArray link;
-    if (projectId.isEmpty() && library.options().projects > 0)
-        link = "<p><a id=\"project\" href=\"/project/" + library.projectId(0).toLatin1() + "\">Open a project</a></p>";
-    return R"(<header><b>Suno <small>(stand-in)</small></b><button id="sign-out" class="quiet">Sign out</button></header>)"
-           "<main><h2>" +
-           QByteArray::number(library.size()) + " tracks</h2>" + link + "<div class=\"grid\">" + cards +
-           "</div></main>";
+    const QByteArray mark = isCurrent ? R"( aria-current="page")" : "";
+    return R"(<li><a class="chip" href=")" + address + '"' + mark + '>' + text + "</a></li>";
+}
+
+QByteArray chips(const Library& library, const QString& projectId)
+{
+    QByteArray items = chip("/", "Everything", projectId.isEmpty());
+    for (int project = 0; project < library.options().projects; ++project) {
+        const QString id = library.projectId(project);
+        items += chip("/project/" + id.toLatin1(), escaped(library.projectName(project)), id == projectId);
+    }
+    return R"(<ul class="chips">)" + items + "</ul>";
+}
+
+QByteArray counted(qsizetype tracks)
+{
+    return QByteArray::number(tracks) + (tracks == 1 ? " track" : " tracks");
+}
+
+QByteArray player()
+{
+    return R"(<section id="player" class="player" hidden aria-label="Player"><img alt=""><div><strong></strong>)"
+           R"(<progress max="1" value="0"></progress></div><time>0:00</time></section>)";
+}
+
+QByteArray grid(const Library& library, const QString& projectId)
+{
+    const QByteArray first = cards(library, projectId, 1);
+    if (first.isEmpty())
+        return R"(<p class="empty">Nothing here yet.</p>)";
+    const QByteArray next = nextCards(library, projectId, 1);
+    const QByteArray more = next.isEmpty() ? QByteArray()
+                                           : R"(<p class="more"><button id="more" class="quiet" data-next=")" +
+                                                 QByteArray(next).replace('&', "&amp;") + R"(">Show more</button></p>)";
+    return R"(<div class="grid">)" + first + "</div>" + more;
 }
 
 } // namespace
 
-QByteArray page(const Library& library, bool signedIn, const QString& projectId)
+QByteArray welcome(const Library& library)
 {
-    return document("Suno (stand-in)", signedIn ? tracks(library, projectId) : welcome());
+    return document("Suno (stand-in)", header({}) + R"(<main class="welcome"><section>
+      <h1>Made-up music, <em>made on your machine.</em></h1>
+      <p class="lead">This page stands in for the service. It runs on this computer alone: the tracks are composed, the
+      covers painted and the words written as you ask for them.</p>
+      <div class="actions"><button id="sign-in" class="primary">Sign in</button>
+      <button id="popup-sign-in" class="quiet">Sign in in another window</button></div>
+      <p class="note">There is no password. Nothing leaves this computer.</p></section>)" +
+                                           wall(library) + "</main>");
+}
+
+QByteArray libraryPage(const Library& library, const QString& projectId)
+{
+    const std::optional<int> project = library.projectOf(projectId);
+    const QByteArray heading = project ? escaped(library.projectName(*project)) : QByteArray("Your library");
+    return document("Suno (stand-in)", header(R"(<button id="sign-out" class="quiet">Sign out</button>)") +
+                                           R"(<main><div class="title"><h1>)" + heading + "</h1><p>" +
+                                           counted(library.positionsOf(projectId).size()) + "</p></div>" +
+                                           chips(library, projectId) + grid(library, projectId) + "</main>" + player());
+}
+
+QByteArray cards(const Library& library, const QString& projectId, int page)
+{
+    QByteArray html;
+    for (const int position : library.positionsOf(projectId).mid((page - 1) * cardsPerPage, cardsPerPage))
+        html += card(library.at(position));
+    return html;
+}
+
+QByteArray nextCards(const Library& library, const QString& projectId, int page)
+{
+    if (library.positionsOf(projectId).size() <= page * cardsPerPage)
+        return {};
+    return "/cards?page=" + QByteArray::number(page + 1) + "&project_id=" + projectId.toLatin1();
 }
 
 QByteArray popup()
 {
-    return document("Sign in", R"(<main><div class="welcome" style="margin: 6vh auto"><h2>Sign in</h2>
-      <p><button id="popup-go">Continue</button></p></div></main>
-      <script>
-        document.getElementById('popup-go').addEventListener('click', async () => {
-          await fetch('/sign-in', { method: 'POST', credentials: 'same-origin' });
-          if (window.opener) window.opener.location.href = '/';
-          window.close();
-        });
-      </script>)");
+    return document("Sign in", R"(<main class="small"><img src="/mark.svg" alt=""><h1>Sign in</h1>
+      <p>This window closes itself.</p><button id="popup-go" class="primary">Continue</button></main>)");
+}
+
+QByteArray file(const QString& path)
+{
+    static std::once_flag opened;
+    std::call_once(opened, openResources);
+    QFile source(u":/stand-in"_s + path);
+    return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
 }
 
 } // namespace orvane::demo::Site

@@ -1,6 +1,7 @@
 #include "demo/service/StandInService.h"
 
 #include "demo/service/Assets.h"
+#include "demo/service/SignIn.h"
 #include "demo/service/Site.h"
 #include "demo/service/Tokens.h"
 
@@ -13,21 +14,45 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr char signedInCookie[] = "stand_in_signed_in";
-
 Response plain(int status, const QByteArray& text)
 {
     return {.status = status, .contentType = "text/plain", .body = text};
 }
 
-Response html(const QByteArray& page)
+Response page(const QByteArray& type, const QByteArray& body)
 {
-    return {.contentType = "text/html; charset=utf-8", .body = page, .headers = {{"Cache-Control", "no-store"}}};
+    return {.status = body.isEmpty() ? 404 : 200,
+            .contentType = type + "; charset=utf-8",
+            .body = body,
+            .headers = {{"Cache-Control", "no-store"}}};
+}
+
+QByteArray typeOf(const QString& path)
+{
+    if (path.endsWith(u".css"))
+        return "text/css";
+    return path.endsWith(u".js") ? "text/javascript" : "image/svg+xml";
+}
+
+std::pair<QByteArray, QByteArray> cookie(const QByteArray& name, const QByteArray& value)
+{
+    const QByteArray age = value.isEmpty() ? "0" : "31536000";
+    return {"Set-Cookie", name + '=' + value + "; Path=/; HttpOnly; SameSite=Lax; Max-Age=" + age};
+}
+
+bool isSignedIn(const Request& request)
+{
+    return SignIn::isVisitor(request.cookie(SignIn::cookieName));
 }
 
 QByteArray addressAt(quint16 port)
 {
     return "http://127.0.0.1:" + QByteArray::number(port);
+}
+
+QUrl productSiteAt(quint16 port)
+{
+    return QUrl(u"http://127.0.0.2:"_s + QString::number(port) + u'/');
 }
 
 /// The name without folder and extension.
@@ -74,10 +99,12 @@ public:
 private:
     Response answer(const Request& request);
     Response answerApi(const Request& request);
-    Response answerSite(const Request& request);
-    Response signIn(bool in) const;
+    Response answerSite(const Request& request) const;
+    Response answerPost(const QString& path) const;
+    Response token(const Request& request) const;
+    Response cards(const Request& request) const;
     Response audio(const QString& id);
-    Response artwork(const QString& path);
+    Response picture(const QString& path);
     bool isAuthorised(const Request& request) const;
 };
 
@@ -86,8 +113,8 @@ Response StandInService::Implementation::answer(const Request& request)
     const QString path = request.path();
     if (path.startsWith(u"/api/"))
         return answerApi(request);
-    if (path.startsWith(u"/image/"))
-        return artwork(path);
+    if (path.startsWith(u"/image/") || path.startsWith(u"/thumbnail/"))
+        return picture(path);
     if (path.endsWith(u".mp3"))
         return audio(stemOf(path));
     return answerSite(request);
@@ -97,7 +124,8 @@ bool StandInService::Implementation::isAuthorised(const Request& request) const
 {
     const QByteArray authorization = request.header("Authorization");
     const QByteArray bearer = authorization.startsWith("Bearer ") ? authorization.sliced(7) : QByteArray();
-    return !tokenRequired || tokens.isValid(bearer) || tokens.isValid(request.cookie("__session"));
+    return !tokenRequired || tokens.isValid(bearer) || tokens.isValid(request.cookie("__session")) ||
+           isSignedIn(request);
 }
 
 Response StandInService::Implementation::answerApi(const Request& request)
@@ -108,33 +136,55 @@ Response StandInService::Implementation::answerApi(const Request& request)
     const std::lock_guard guard(lock);
     if (path == u"/api/feed/v2")
         return {.body = library.page(request.query(u"page"_s).toInt(), request.query(u"project_id"_s), address())};
-    if (path == u"/api/project/me")
+    if (path == u"/api/project/me" || path == u"/api/project/" || path == u"/api/projects")
         return {.body = library.projects()};
     return {.status = 404, .body = R"({"detail": "Not found"})"};
 }
 
-Response StandInService::Implementation::answerSite(const Request& request)
+Response StandInService::Implementation::answerSite(const Request& request) const
 {
     const QString path = request.path();
-    const bool signedIn = !request.cookie(signedInCookie).isEmpty();
     if (request.method == "POST")
-        return signIn(path == u"/sign-in");
+        return answerPost(path);
     if (path == u"/token")
-        return signedIn ? plain(200, tokens.current()) : plain(401, "signed out");
+        return token(request);
     if (path == u"/popup-sign-in")
-        return html(Site::popup());
-    if (path == u"/")
-        return html(Site::page(copyOfLibrary(), signedIn, {}));
-    if (path.startsWith(u"/project/"))
-        return html(Site::page(copyOfLibrary(), signedIn, path.sliced(9)));
+        return page("text/html", Site::popup());
+    const QString projectId = path.startsWith(u"/project/") ? path.sliced(9) : QString();
+    if (path != u"/" && path != u"/cards" && projectId.isEmpty())
+        return page(typeOf(path), Site::file(path));
+    if (!isSignedIn(request))
+        return page("text/html", Site::welcome(copyOfLibrary()));
+    return path == u"/cards" ? cards(request) : page("text/html", Site::libraryPage(copyOfLibrary(), projectId));
+}
+
+Response StandInService::Implementation::answerPost(const QString& path) const
+{
+    if (path == u"/sign-in")
+        return {.status = 204,
+                .headers = {cookie(SignIn::cookieName, SignIn::freshVisitor()), cookie("__session", tokens.current())}};
+    if (path == u"/sign-out")
+        return {.status = 204, .headers = {cookie(SignIn::cookieName, {}), cookie("__session", {})}};
     return plain(404, "not found");
 }
 
-Response StandInService::Implementation::signIn(bool in) const
+Response StandInService::Implementation::token(const Request& request) const
 {
-    const QByteArray cookie = QByteArray(signedInCookie) +
-                              (in ? "=yes; Path=/; HttpOnly; SameSite=Lax; Max-Age=31536000" : "=; Path=/; Max-Age=0");
-    return {.status = 204, .headers = {{"Set-Cookie", cookie}}};
+    if (!isSignedIn(request))
+        return plain(200, {});
+    Response response = plain(200, tokens.current());
+    response.headers = {cookie("__session", response.body), {"Cache-Control", "no-store"}};
+    return response;
+}
+
+Response StandInService::Implementation::cards(const Request& request) const
+{
+    const Library present = copyOfLibrary();
+    const QString projectId = request.query(u"project_id"_s);
+    const int number = std::max(1, request.query(u"page"_s).toInt());
+    Response response = page("text/html", Site::cards(present, projectId, number));
+    response.headers.append({"X-Next", Site::nextCards(present, projectId, number)});
+    return response;
 }
 
 Response StandInService::Implementation::audio(const QString& id)
@@ -145,16 +195,18 @@ Response StandInService::Implementation::audio(const QString& id)
     const std::optional<qint64> size = copyOfLibrary().options().assetBytes;
     if (size)
         return {.contentType = "audio/mpeg", .streamed = assets.repeatedAudio(*size)};
-    return {.contentType = "audio/mpeg", .body = assets.audio(*found)};
+    return {.contentType = "audio/mpeg", .made = [this, song = *found] { return assets.audio(song); }};
 }
 
-Response StandInService::Implementation::artwork(const QString& path)
+Response StandInService::Implementation::picture(const QString& path)
 {
     const std::optional<Track> found = track(stemOf(path));
     if (!found)
         return plain(404, "not found");
+    if (path.startsWith(u"/thumbnail/"))
+        return {.contentType = "image/jpeg", .made = [this, cover = *found] { return assets.thumbnail(cover); }};
     const QByteArray type = found->artworkExtension == u"jpg" ? "jpeg" : found->artworkExtension.toLatin1();
-    return {.contentType = "image/" + type, .body = assets.artwork(*found)};
+    return {.contentType = "image/" + type, .made = [this, cover = *found] { return assets.artwork(cover); }};
 }
 
 StandInService::StandInService(LibraryOptions options)
@@ -179,8 +231,13 @@ Endpoints StandInService::endpointsAt(quint16 port)
                                home.resolved(QUrl(u"api/projects"_s))},
             .cdn = QUrl::fromEncoded(addressAt(port)),
             .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false}},
-            .productSite = home,
-            .productDomain = u"127.0.0.1"_s};
+            .productSite = productSiteAt(port),
+            .productDomain = u"127.0.0.2"_s};
+}
+
+QUrl StandInService::elsewhere() const
+{
+    return productSiteAt(implementation_->server.port());
 }
 
 void StandInService::setTokenLifetime(std::chrono::milliseconds lifetime)

@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QUrl>
 
 #include <chrono>
 #include <memory>
@@ -28,14 +29,19 @@ public:
     Endpoints endpoints() const;
     /// As above for a service that listens on that port, in whichever process.
     static Endpoints endpointsAt(quint16 port);
+    /// The same service under the name of another host, 127.0.0.2, where no credential may go. The product site is
+    /// there.
+    QUrl elsewhere() const;
 
-    /// How long a token is shown before the next takes its place; it stays good for a minute more. Default 5 s.
+    /// How long a token is shown before the next takes its place; it stays good for a minute more, and
+    /// for one further time of that length at least. Default 5 s.
     void setTokenLifetime(std::chrono::milliseconds lifetime);
     /// A token that is good now, as the page would give it to a signed-in user.
     QString currentToken() const;
     /// Makes every token given out so far worthless.
     void expireTokens();
-    /// Whether the API asks for a token at all. Default true.
+    /// Whether the API asks for a credential at all: a token, also in the cookie "__session", or the cookie "__client"
+    /// of one who has signed in. Default true.
     void setTokenRequired(bool required);
 
     void setLibrary(LibraryOptions options);
@@ -48,7 +54,7 @@ public:
     QList<SeenRequest> requests() const;
     void clearRequests();
 
-    /// The library in the order of the feed.
+    /// The library in the order of the feed, which its positions count from 0.
     QList<Track> tracks() const;
     QString lyricsOf(int position) const;
     QString projectId(int project) const;

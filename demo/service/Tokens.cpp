@@ -6,7 +6,12 @@
 #include <algorithm>
 
 namespace orvane::demo {
+
+using namespace std::chrono_literals;
+
 namespace {
+
+const QByteArray prefix = "stand-in-";
 
 QByteArray freshSecret()
 {
@@ -18,16 +23,24 @@ QByteArray freshSecret()
 
 } // namespace
 
-Tokens::Tokens()
-    : secret_(freshSecret())
+std::chrono::milliseconds Tokens::machineTime()
 {
-    age_.start();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+Tokens::Tokens(Watch watch)
+    : watch_(std::move(watch))
+    , start_(watch_())
+    , secret_(freshSecret())
+{
 }
 
 void Tokens::setLifetime(std::chrono::milliseconds lifetime)
 {
     const std::lock_guard guard(lock_);
-    lifetime_ = lifetime;
+    firstPeriod_ = period();
+    start_ = watch_();
+    lifetime_ = std::max(1ms, lifetime);
 }
 
 QByteArray Tokens::current() const
@@ -39,14 +52,10 @@ QByteArray Tokens::current() const
 bool Tokens::isValid(const QByteArray& token) const
 {
     const std::lock_guard guard(lock_);
-    const qint64 now = period();
-    // The pane takes a token every 20 seconds only, so several are good at a time.
-    const qint64 oldest = now - std::max<qint64>(1, goodFor / std::max(std::chrono::milliseconds(1), lifetime_));
-    for (qint64 past = now; past >= oldest; --past) {
-        if (token == tokenOf(past))
-            return true;
-    }
-    return false;
+    // A token says its period, so that not all that may be good have to be made.
+    const qint64 named = token.mid(prefix.size(), token.lastIndexOf('-') - prefix.size()).toLongLong();
+    const qint64 age = period() - named;
+    return age >= 0 && age <= std::max<qint64>(1, goodFor / lifetime_) && token == tokenOf(named);
 }
 
 void Tokens::expire()
@@ -57,12 +66,12 @@ void Tokens::expire()
 
 qint64 Tokens::period() const
 {
-    return age_.elapsed() / std::max<qint64>(1, lifetime_.count());
+    return firstPeriod_ + (watch_() - start_) / lifetime_;
 }
 
 QByteArray Tokens::tokenOf(qint64 period) const
 {
-    return "stand-in-" +
+    return prefix + QByteArray::number(period) + '-' +
            QCryptographicHash::hash(secret_ + QByteArray::number(period), QCryptographicHash::Sha256).toHex();
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QByteArray>
-#include <QElapsedTimer>
 
 #include <chrono>
+#include <functional>
 #include <mutex>
 
 namespace orvane::demo {
@@ -13,11 +13,18 @@ namespace orvane::demo {
 class Tokens
 {
 public:
-    /// How long a token stays good behind its period.
+    /// How long a token stays good behind its period: a pane takes a new one every 20 seconds only.
     static constexpr std::chrono::milliseconds goodFor{60'000};
 
-    Tokens();
+    /// Time since any fixed moment, never going back.
+    using Watch = std::function<std::chrono::milliseconds()>;
 
+    /// The machine's own watch.
+    static std::chrono::milliseconds machineTime();
+
+    explicit Tokens(Watch watch = machineTime);
+
+    /// Length of the periods from now on; the present one begins anew and keeps its token. At least a millisecond.
     void setLifetime(std::chrono::milliseconds lifetime);
     QByteArray current() const;
     bool isValid(const QByteArray& token) const;
@@ -29,8 +36,11 @@ private:
     QByteArray tokenOf(qint64 period) const;
 
     mutable std::mutex lock_;
+    Watch watch_;
     std::chrono::milliseconds lifetime_{5000};
-    QElapsedTimer age_;
+    /// When the lifetime was set, and the period of that moment.
+    std::chrono::milliseconds start_;
+    qint64 firstPeriod_ = 0;
     QByteArray secret_;
 };
 

@@ -2,11 +2,16 @@
 
 #include "demo/service/Gzip.h"
 
+#include <algorithm>
+
 namespace orvane::demo {
 namespace {
 
 using End = WireAnswer::End;
+using Kind = Fault::Kind;
 using Headers = QList<std::pair<QByteArray, QByteArray>>;
+
+constexpr int bombMebibytes = 512;
 
 QByteArray head(const Response& response, const Headers& framing)
 {
@@ -22,22 +27,22 @@ std::pair<QByteArray, QByteArray> length(qint64 size)
     return {"Content-Length", QByteArray::number(size)};
 }
 
-QByteArray wholeBody(const Response& response)
+/// The first `size` bytes of the body behind the framing, and then the end.
+WireAnswer framed(const Response& response, const Headers& framing, qint64 size, End end = End::close)
 {
-    QByteArray body;
-    while (body.size() < response.size())
-        body += response.read(body.size(), response.size() - body.size());
-    return body;
-}
-
-WireAnswer closing(const Response& response, const Headers& framing, const QByteArray& body, End end = End::close)
-{
-    return {.bytes = head(response, framing) + body, .end = end, .status = response.status};
+    return {.bytes = head(response, framing), .streamed = response.stream(size), .end = end, .status = response.status};
 }
 
 WireAnswer withLength(const Response& response, const QByteArray& stated)
 {
-    return closing(response, {{"Content-Length", stated}}, wholeBody(response));
+    return framed(response, {{"Content-Length", stated}}, response.size());
+}
+
+WireAnswer dribbling(const Response& response, std::chrono::milliseconds pace)
+{
+    WireAnswer answer = framed(response, {length(response.size())}, response.size());
+    answer.pace = pace;
+    return answer;
 }
 
 QByteArray chunk(const QByteArray& bytes)
@@ -56,12 +61,14 @@ QByteArray chunksOf(const QByteArray& body)
 
 WireAnswer chunked(const Response& response, const QByteArray& chunks, End end)
 {
-    return closing(response, {{"Transfer-Encoding", "chunked"}}, chunks, end);
+    return {
+        .bytes = head(response, {{"Transfer-Encoding", "chunked"}}) + chunks, .end = end, .status = response.status};
 }
 
 WireAnswer gzipped(const Response& response, const QByteArray& packed)
 {
-    return closing(response, {{"Content-Encoding", "gzip"}, length(packed.size())}, packed, End::keepAlive);
+    return {.bytes = head(response, {{"Content-Encoding", "gzip"}, length(packed.size())}) + packed,
+            .status = response.status};
 }
 
 WireAnswer replaced(const Request& request, int status, const QByteArray& type, const QByteArray& body,
@@ -96,13 +103,25 @@ bool accepts(const Request& request, const QByteArray& coding)
     return request.header("Accept-Encoding").contains(coding);
 }
 
+bool closes(const Request& request)
+{
+    return request.header("Connection").compare("close", Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
+
+bool needsBody(Kind kind)
+{
+    static constexpr Kind without[] = {
+        Kind::status,  Kind::closeBeforeAnswer, Kind::silence,      Kind::emptyBody, Kind::gzipBomb,
+        Kind::notHttp, Kind::redirect,          Kind::redirectLoop, Kind::html,      Kind::badJson};
+    return std::find(std::begin(without), std::end(without), kind) == std::end(without);
+}
 
 WireAnswer wellAnswered(const Request& request, const Response& response)
 {
-    const bool closes = request.header("Connection").compare("close", Qt::CaseInsensitive) == 0;
     WireAnswer answer{.bytes = head(response, {length(response.size())}),
-                      .end = closes ? End::close : End::keepAlive,
+                      .end = closes(request) ? End::close : End::keepAlive,
                       .status = response.status};
     if (request.method == "HEAD")
         return answer;
@@ -115,59 +134,56 @@ WireAnswer wellAnswered(const Request& request, const Response& response)
 
 WireAnswer badlyAnswered(const Request& request, const Response& response, const Fault& fault)
 {
-    const QByteArray body = wholeBody(response);
-    const QByteArray half = body.first(body.size() / 2);
+    const qint64 size = response.size();
     switch (fault.kind) {
-    case Fault::Kind::status:
+    case Kind::status:
         return withStatus(request, fault);
-    case Fault::Kind::resetInBody:
-        return closing(response, {length(body.size())}, half, End::reset);
-    case Fault::Kind::closeBeforeAnswer:
+    case Kind::resetInBody:
+        return framed(response, {length(size)}, size / 2, End::reset);
+    case Kind::closeBeforeAnswer:
         return {.end = End::close};
-    case Fault::Kind::silence:
+    case Kind::silence:
         return {.end = End::holdOpen};
-    case Fault::Kind::dribble:
-        return {.bytes = head(response, {length(body.size())}),
-                .dribbled = body,
-                .end = End::close,
-                .status = response.status};
-    case Fault::Kind::contentLengthTooLarge:
-        return withLength(response, QByteArray::number(body.size() + 1000));
-    case Fault::Kind::contentLengthTooSmall:
-        return withLength(response, QByteArray::number(std::max<qsizetype>(0, body.size() - 10)));
-    case Fault::Kind::contentLengthNegative:
+    case Kind::dribble:
+        return dribbling(response, fault.pace);
+    case Kind::contentLengthTooLarge:
+        return withLength(response, QByteArray::number(size + 1000));
+    case Kind::contentLengthTooSmall:
+        return withLength(response, QByteArray::number(std::max<qint64>(0, size - 10)));
+    case Kind::contentLengthNegative:
         return withLength(response, "-5");
-    case Fault::Kind::contentLengthAbsurd:
+    case Kind::contentLengthAbsurd:
         return withLength(response, "9223372036854775807999");
-    case Fault::Kind::contentLengthTwice:
-        return closing(response, {length(body.size()), length(body.size() / 2)}, body);
-    case Fault::Kind::chunked:
-        return chunked(response, chunksOf(body) + "0\r\n\r\n", End::keepAlive);
-    case Fault::Kind::chunkedCut:
-        return chunked(response, chunksOf(body).first(body.size() / 2), End::close);
-    case Fault::Kind::chunkedBadSize:
-        return chunked(response, "ZZ\r\n" + body + "\r\n0\r\n\r\n", End::close);
-    case Fault::Kind::emptyBody:
+    case Kind::contentLengthTwice:
+        return framed(response, {length(size), length(size / 2)}, size);
+    case Kind::chunked:
+        return chunked(response, chunksOf(response.wholeBody()) + "0\r\n\r\n", End::keepAlive);
+    case Kind::chunkedCut:
+        return chunked(response, chunksOf(response.wholeBody()).first(size / 2), End::close);
+    case Kind::chunkedBadSize:
+        return chunked(response, "ZZ\r\n" + response.wholeBody() + "\r\n0\r\n\r\n", End::close);
+    case Kind::emptyBody:
         return replaced(request, 200, response.contentType, {});
-    case Fault::Kind::gzip:
-        return accepts(request, "gzip") ? gzipped(response, gzip(body)) : wellAnswered(request, response);
-    case Fault::Kind::gzipCut:
-        return gzipped(response, gzip(body).chopped(12));
-    case Fault::Kind::gzipBadChecksum:
-        return gzipped(response, withBadChecksum(gzip(body)));
-    case Fault::Kind::gzipBomb:
-        return gzipped(response, gzipOfBlanks(200LL * 1024 * 1024));
-    case Fault::Kind::notHttp:
+    case Kind::gzip:
+        return accepts(request, "gzip") ? gzipped(response, gzip(response.wholeBody()))
+                                        : wellAnswered(request, response);
+    case Kind::gzipCut:
+        return gzipped(response, gzip(response.wholeBody()).chopped(12));
+    case Kind::gzipBadChecksum:
+        return gzipped(response, withBadChecksum(gzip(response.wholeBody())));
+    case Kind::gzipBomb:
+        return gzipped(response, gzipOfBlanks(bombMebibytes));
+    case Kind::notHttp:
         return {.bytes = "SSH-2.0-something_else\r\n", .end = End::close};
-    case Fault::Kind::redirect:
+    case Kind::redirect:
         return redirected(request, fault.location);
-    case Fault::Kind::redirectLoop:
+    case Kind::redirectLoop:
         return redirected(request, request.target);
-    case Fault::Kind::html:
+    case Kind::html:
         return replaced(request, 200, "text/html", "<!doctype html><title>Sign in</title><p>Sign in first.");
-    case Fault::Kind::badJson:
+    case Kind::badJson:
         return replaced(request, 200, "application/json", R"({"clips": [{"id": )");
-    case Fault::Kind::samePageForEver:
+    case Kind::samePageForEver:
         break;
     }
     return wellAnswered(request, response);
