@@ -3,6 +3,7 @@
 #include "platform/sound/SampleFormat.h"
 
 #include <algorithm>
+#include <lame/lame.h>
 #include <limits>
 
 namespace orvane {
@@ -27,6 +28,11 @@ bool fitsInteger(double value)
 }
 
 } // namespace
+
+void closeEncoder(lame_global_struct* encoder)
+{
+    lame_close(encoder);
+}
 
 Mp3Encoder::Mp3Encoder(double sampleRate, std::size_t channelCount, int bitRate)
     : lame_(lame_init())

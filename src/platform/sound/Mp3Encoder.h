@@ -4,11 +4,14 @@
 
 #include <QByteArray>
 
-#include <lame/lame.h>
 #include <span>
 #include <vector>
 
+struct lame_global_struct;
+
 namespace orvane {
+
+void closeEncoder(lame_global_struct* encoder);
 
 /// A step at which an MP3 encode failed.
 enum class Mp3Failure
@@ -35,7 +38,7 @@ public:
     void flush(QByteArray& stream);
 
 private:
-    Handle<lame_global_flags, lame_close> lame_;
+    Handle<lame_global_struct, closeEncoder> lame_;
     std::vector<float> left_;
     std::vector<float> right_;
     std::vector<unsigned char> encoded_;
