@@ -21,7 +21,7 @@ namespace orvane {
 namespace ScriptSource {
 
 /// An answer longer than this, in UTF-16 units, counts as failed and never leaves the page's process.
-inline constexpr qsizetype longestAnswer = 4 * 1024 * 1024;
+inline constexpr qsizetype longestAnswer = qsizetype(4) * 1024 * 1024;
 
 /// A name of 128 random bits.
 QString freshName();
