@@ -7,7 +7,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-SOURCES = ("src/", "tests/", "demo/", "lab/", "bench/", "fuzz/")
+SOURCES = ("src/", "tests/", "demonstration/", "laboratory/", "benchmarks/", "fuzz/")
 
 
 def tracked_files():

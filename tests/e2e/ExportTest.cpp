@@ -1,4 +1,4 @@
-#include "demo/program/DiskReport.h"
+#include "demonstration/program/DiskReport.h"
 #include "main/Window/MainController.h"
 #include "tests/e2e/WorldTest.h"
 

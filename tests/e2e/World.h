@@ -1,7 +1,7 @@
 #pragma once
 
-#include "demo/program/Person.h"
-#include "demo/service/StandInService.h"
+#include "demonstration/program/Person.h"
+#include "demonstration/service/StandInService.h"
 #include "main/Window/AppDelegate.h"
 #include "main/Window/ProgramServices.h"
 #include "tests/support/RecordingDialogs.h"

@@ -89,7 +89,7 @@ def header_owners(source, owners):
 def shipped_targets(source, graph, owners):
     """Targets of the product, the demonstration and the laboratory: all but those of which every source is a test's,
     a benchmark's or a fuzzer's."""
-    aside = {source / folder for folder in ("tests", "bench", "benchmarks", "fuzz")}
+    aside = {source / folder for folder in ("tests", "benchmarks", "fuzz")}
     apart = set()
     for path, targets in owners.items():
         if aside & set(path.parents):

@@ -1,6 +1,6 @@
 #include "suno/LibraryExport.h"
 
-#include "demo/service/StandInService.h"
+#include "demonstration/service/StandInService.h"
 #include "main/App/Preferences.h"
 #include "main/App/Session.h"
 #include "platform/network/HttpClient.h"

@@ -1,4 +1,4 @@
-#include "demo/service/StandInService.h"
+#include "demonstration/service/StandInService.h"
 #include "suno/SaveClip.h"
 #include "suno/TrackNames.h"
 #include "tests/suno/ReadOutcome.h"

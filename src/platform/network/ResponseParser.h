@@ -1,4 +1,3 @@
-// LEAD: read NOTE-FROM-THE-LEAD.md in the root of this worktree before going on.
 #pragma once
 
 #include "platform/network/HttpClient.h"

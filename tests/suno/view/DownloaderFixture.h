@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/service/StandInService.h"
+#include "demonstration/service/StandInService.h"
 #include "main/App/Preferences.h"
 #include "main/App/Session.h"
 #include "main/Chrome/LogView.h"

@@ -1,6 +1,6 @@
 #include "suno/view/SunoTab.h"
 
-#include "demo/service/StandInService.h"
+#include "demonstration/service/StandInService.h"
 #include "main/App/Endpoints.h"
 #include "main/App/Preferences.h"
 #include "main/App/Session.h"

@@ -1,0 +1,183 @@
+#include "benchmarks/Lateness.h"
+#include "benchmarks/Report.h"
+#include "benchmarks/ServedApart.h"
+#include "platform/async/Clock.h"
+#include "suno/Engine.h"
+#include "suno/SaveClip.h"
+#include "suno/TrackNames.h"
+#include "trackfiles/keys/TrackKeys.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+#include <memory>
+
+namespace {
+
+using namespace orvane;
+using namespace orvane::bench;
+using namespace Qt::Literals::StringLiterals;
+
+/// Seconds that the processor has worked for this process, on all its threads.
+double processorSeconds()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+/// A reader on a service of its own.
+struct Reader
+{
+    explicit Reader(const demo::LibraryOptions& options)
+        : served(options)
+        , engine(client, clock, served.endpoints())
+    {
+        engine.pagePauseMs = 0;
+    }
+
+    ServedApart served;
+    SystemClock clock;
+    HttpClient client;
+    Engine engine;
+};
+
+int distinct(const QList<Clip>& clips)
+{
+    QSet<QString> ids;
+    for (const Clip& clip : clips)
+        ids.insert(clip.id);
+    return static_cast<int>(ids.size());
+}
+
+void measureReading()
+{
+    constexpr int tracks = 50'000;
+    Reader reader({.tracks = tracks, .lyricsBytes = 1500});
+    const Lateness lateness;
+    const double memory = residentMebibytes();
+    const double processor = processorSeconds();
+    const double start = seconds();
+    const QList<Clip> clips = QCoro::waitFor(reader.engine.fetchAllClips({}, {}));
+    report("library read, 50,000 clips: wall", seconds() - start, "s");
+    report("library read, 50,000 clips: outside the network", processorSeconds() - processor, "s of processor");
+    report("library read, 50,000 clips: memory growth", residentMebibytes() - memory, "MiB");
+    report("library read, 50,000 clips: distinct clips", distinct(clips), "clips", "clips served", tracks);
+    report("library read: lateness of the event loop, 99th percentile", lateness.percentile99(), "ms");
+    report("library read: lateness of the event loop, worst", lateness.worst(), "ms");
+}
+
+void measureDownloads()
+{
+    constexpr int tracks = 250;
+    Reader reader({.tracks = tracks, .assetBytes = 500'000});
+    const QTemporaryDir folder;
+    const QList<Clip> clips = QCoro::waitFor(reader.engine.fetchAllClips({}, {}));
+    const Lateness lateness;
+    const double start = seconds();
+    int problems = 0;
+    for (int index = 0; index < clips.size(); ++index) {
+        const ClipNames names = clipNames(clips[index], index, {});
+        problems += QCoro::waitFor(saveClip(reader.engine, clips[index], {Asset::audio, Asset::artwork}, folder.path(),
+                                            names.base, names.safeTitle, {}))
+                        .problems;
+    }
+    report("500 assets: wall", seconds() - start, "s");
+    report("500 assets: problems", problems, "assets");
+    report("500 assets: lateness of the event loop, 99th percentile", lateness.percentile99(), "ms");
+    report("500 assets: lateness of the event loop, worst", lateness.worst(), "ms");
+}
+
+void writeFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QFile::WriteOnly) || file.write("x") != 1)
+        qFatal("The measurement cannot write its files.");
+}
+
+void fill(const QString& folder, int files)
+{
+    static const QString endings[] = {u".mp3"_s, u" lyrics.txt"_s, u".lrc"_s, u".jpg"_s};
+    for (int index = 0; index < files; ++index) {
+        const QString number = u"%1"_s.arg(index / 4 + 1, 3, 10, QChar(u'0'));
+        writeFile(folder + u'/' + number + u" - A Song of Number "_s + number + endings[index % 4]);
+    }
+}
+
+double bareWalk(const QString& folder)
+{
+    const double start = seconds();
+    std::size_t bytes = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.toStdString()))
+        bytes += entry.path().filename().native().size();
+    return bytes > 0 ? seconds() - start : 0;
+}
+
+void measureExistingFiles()
+{
+    const QTemporaryDir folder;
+    fill(folder.path(), 20'000);
+    ExistingFiles::byTitle(folder.path());
+    const double walk = bareWalk(folder.path());
+    const double start = seconds();
+    const QHash<QString, QString> existing = ExistingFiles::byTitle(folder.path());
+    report("existing files by title, 20,000 files", 1000 * (seconds() - start), "ms", "bare directory walk",
+           1000 * walk);
+    report("existing files by title: titles found", static_cast<double>(existing.size()), "titles", "titles there",
+           5000);
+}
+
+/// Every file that an export of these clips leaves.
+void writeExport(const QString& folder, const QList<Clip>& clips)
+{
+    for (int index = 0; index < clips.size(); ++index) {
+        const QString base = folder + u'/' + clipNames(clips[index], index, {}).base;
+        for (const QString& ending : {u".mp3"_s, u" lyrics.txt"_s, u".lrc"_s, u".jpg"_s, u".png"_s, u".webp"_s})
+            writeFile(base + ending);
+    }
+}
+
+/// Behind the read; the service is gone by then, so that each request would be a problem.
+void measureSecondExport()
+{
+    constexpr int tracks = 5000;
+    auto reader = std::make_unique<Reader>(demo::LibraryOptions{.tracks = tracks, .assetBytes = 2000});
+    const QList<Clip> clips = QCoro::waitFor(reader->engine.fetchAllClips({}, {}));
+    const QTemporaryDir folder;
+    writeExport(folder.path(), clips);
+    SystemClock clock;
+    HttpClient client;
+    Engine engine(client, clock, reader->served.endpoints());
+    reader.reset();
+
+    const double start = seconds();
+    const QHash<QString, QString> existing = ExistingFiles::byTitle(folder.path());
+    int problems = 0;
+    for (int index = 0; index < clips.size(); ++index) {
+        const ClipNames names = clipNames(clips[index], index, existing);
+        const AssetSet assets{Asset::audio, Asset::lyrics, Asset::lrc, Asset::artwork};
+        problems +=
+            QCoro::waitFor(saveClip(engine, clips[index], assets, folder.path(), names.base, names.safeTitle, {}))
+                .problems;
+    }
+    report("second export of 5,000 tracks, behind the read", seconds() - start, "s");
+    report("second export of 5,000 tracks: requests", problems, "requests");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    if (const auto served = ServedApart::serveIfAsked(argc, argv))
+        return *served;
+    measureReading();
+    measureDownloads();
+    measureExistingFiles();
+    measureSecondExport();
+    return 0;
+}

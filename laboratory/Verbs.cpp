@@ -1,0 +1,27 @@
+#include "laboratory/Verb.h"
+
+#include <array>
+
+namespace orvane::lab {
+
+std::span<const Verb> verbs()
+{
+    static constexpr std::array table{
+        Verb{"decode", "FILE OUT.f32", decode},
+        Verb{"master",
+             "IN OUT --target LUFS --ceiling DBTP --format wav|flac|alac|aac|mp3 [--rate 128|192|256|320] "
+             "[--tag FILE --level DB --placement N]",
+             master},
+        Verb{"measure", "FILE", measure},
+        Verb{"name", "FOLDER [--pattern ID] [--perform]", name},
+        Verb{"platforms", "[FILE]", platforms},
+        Verb{"scan", "FOLDER", scan},
+        Verb{"tag",
+             "FILE --title TEXT [--artist TEXT --album TEXT --genre TEXT --track N --total N --lyrics-file FILE "
+             "--artwork FILE]",
+             tag},
+    };
+    return table;
+}
+
+} // namespace orvane::lab
