@@ -98,7 +98,7 @@ TEST_F(MainControllerTest, reloadBringsTheSiteHome)
         const auto onProject = [&] {
             return session.openSunoURL && session.openSunoURL->path().startsWith(u"/project/");
         };
-        ASSERT_TRUE(world->clickInPageUntil(u"#project"_s, onProject));
+        ASSERT_TRUE(world->clickInPageUntil(u"a[href^='/project/']"_s, onProject));
         (world->controller().*reload)();
         EXPECT_TRUE(world->waitUntil([&] { return session.openSunoURL == home; }));
     }
