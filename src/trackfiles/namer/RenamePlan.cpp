@@ -18,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Far above any lyrics, far below what would hold up a plan.
-constexpr qint64 mostSidecarBytes = 4 * 1024 * 1024;
+constexpr qint64 mostSidecarBytes = qint64{4} * 1024 * 1024;
 
 QString fileName(const QString& path)
 {

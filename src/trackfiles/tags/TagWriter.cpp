@@ -12,7 +12,7 @@ namespace {
 
 /// Enough for a tag's header and for the beginning of MPEG audio.
 constexpr std::size_t headBytes = 16;
-constexpr std::size_t blockBytes = 1024 * 1024;
+constexpr std::size_t blockBytes = std::size_t{1024} * 1024;
 
 bool looksLikeMpegAudio(QByteArrayView head)
 {
