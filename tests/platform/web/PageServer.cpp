@@ -101,22 +101,26 @@ bool eventually(const std::function<bool()>& holds)
 {
     // What is to be deleted later from outside of any loop would wait for the end of the program.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (holds())
+        return true;
     // The engine does one piece of its work for each turn of the loop, so that the loop must not pause between turns.
     QEventLoop loop;
     QTimer look;
+    bool held = false;
     QObject::connect(&look, &QTimer::timeout, &loop, [&] {
-        if (holds())
+        held = holds();
+        if (held)
             loop.quit();
         else
             look.start();
     });
-    // One look at a time, since a look may run an event loop of its own.
+    // One look at a time, since a look may run an event loop of its own; and none before this loop runs, which could not
+    // be left by it.
     look.setSingleShot(true);
     look.start(2);
     QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
-    if (!holds())
-        loop.exec();
-    return holds();
+    loop.exec();
+    return held;
 }
 
 bool load(WebPage& page, const QUrl& url)
