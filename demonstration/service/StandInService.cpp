@@ -230,7 +230,7 @@ Endpoints StandInService::endpointsAt(quint16 port)
             .workspaceLists = {home.resolved(QUrl(u"api/project/me"_s)), home.resolved(QUrl(u"api/project/"_s)),
                                home.resolved(QUrl(u"api/projects"_s))},
             .cdn = QUrl::fromEncoded(addressAt(port)),
-            .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false}},
+            .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false, .unencrypted = true}},
             .productSite = productSiteAt(port),
             .productDomain = u"127.0.0.2"_s};
 }

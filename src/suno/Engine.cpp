@@ -68,7 +68,7 @@ void Engine::authorize(HttpRequest& request, const QString& token) const
 {
     const auto header = credentialHeader(tokenProvider ? tokenProvider() : token);
     request.credentialFor = [header, domains = endpoints_.credentialDomains](const QUrl& hop) {
-        return mayReceiveCredential(domains, hop.host()) ? header : std::nullopt;
+        return mayReceiveCredential(domains, hop) ? header : std::nullopt;
     };
 }
 

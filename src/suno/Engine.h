@@ -69,7 +69,8 @@ public:
     /// Whether the last `fetchAllClips` that returned read the whole library.
     bool lastFetchComplete() const { return lastFetchComplete_; }
 
-    /// Gives `request` the credential, for those of its hops whose host may have it: the provider's, else `token`.
+    /// Gives `request` the credential, for those of its hops that may have it by their host and over an encrypted
+    /// connection: the provider's, else `token`.
     void authorize(HttpRequest& request, const QString& token) const;
 
     /// The user's projects from the first address that lists any; empty where none does. Never throws.

@@ -140,5 +140,16 @@ TEST_F(CredentialHop, theRealDomainsAreSunosOwnAndNoOther)
     EXPECT_FALSE(request.credentialFor(QUrl()).has_value());
 }
 
+TEST_F(CredentialHop, atTheRealServicesNothingGoesOutInTheClear)
+{
+    const Engine real(client, clock, Endpoints::production());
+    HttpRequest request;
+    real.authorize(request, u"abc"_s);
+    QUrl asset = Endpoints::production().cdn;
+    EXPECT_TRUE(request.credentialFor(asset).has_value());
+    asset.setScheme(u"http"_s);
+    EXPECT_FALSE(request.credentialFor(asset).has_value());
+}
+
 } // namespace
 } // namespace orvane::test

@@ -24,7 +24,7 @@ Endpoints endpointsAt(const ScriptedServer& server)
         .workspaceLists = {server.url(u"/api/project/me"_s), server.url(u"/api/project/"_s),
                            server.url(u"/api/projects"_s)},
         .cdn = server.url(QString()),
-        .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false}},
+        .credentialDomains = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false, .unencrypted = true}},
         .productSite = {},
         .productDomain = {},
     };

@@ -33,11 +33,14 @@ bool isOnDomain(const QString& host, const QString& domain)
     return host.compare(domain, Qt::CaseInsensitive) == 0 || host.endsWith(u'.' + domain, Qt::CaseInsensitive);
 }
 
-bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QString& host)
+bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QUrl& url)
 {
-    return std::any_of(domains.begin(), domains.end(), [&host](const CredentialDomain& rule) {
+    const QString host = url.host();
+    const bool encrypted = url.scheme() == u"https";
+    return std::any_of(domains.begin(), domains.end(), [&host, encrypted](const CredentialDomain& rule) {
         const bool same = host.compare(rule.domain, Qt::CaseInsensitive) == 0;
-        return isOnDomain(host, rule.domain) && (same ? rule.itself : rule.subdomains);
+        return isOnDomain(host, rule.domain) && (same ? rule.itself : rule.subdomains) &&
+               (encrypted || rule.unencrypted);
     });
 }
 

@@ -14,6 +14,8 @@ struct CredentialDomain
     bool itself = true;
     /// Names that end with a dot and the domain count.
     bool subdomains = true;
+    /// Plain http will do, for a service on this machine; elsewhere everybody on the way could read the credential.
+    bool unencrypted = false;
 
     bool operator==(const CredentialDomain&) const = default;
 };
@@ -40,8 +42,8 @@ struct Endpoints
     static Endpoints production();
 };
 
-/// Whether `host` is one that a credential may go to. Compared without case.
-bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QString& host);
+/// Whether a credential may go to the host of `url`, which is compared without case, and over its scheme.
+bool mayReceiveCredential(const QList<CredentialDomain>& domains, const QUrl& url);
 
 /// Whether `host` is `domain` or lies below it. Compared without case; an empty one of the two never does.
 bool isOnDomain(const QString& host, const QString& domain);

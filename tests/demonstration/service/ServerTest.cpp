@@ -96,8 +96,8 @@ TEST_F(Server, requestsAreRememberedAsTheyCame)
 TEST_F(Server, answersUnderAnotherHostToo)
 {
     EXPECT_EQ(service.elsewhere().port(), port);
-    EXPECT_FALSE(mayReceiveCredential(service.endpoints().credentialDomains, service.elsewhere().host()));
-    EXPECT_TRUE(mayReceiveCredential(service.endpoints().credentialDomains, service.endpoints().feed.host()));
+    EXPECT_FALSE(mayReceiveCredential(service.endpoints().credentialDomains, service.elsewhere()));
+    EXPECT_TRUE(mayReceiveCredential(service.endpoints().credentialDomains, service.endpoints().feed));
     RawConnection connection(port, "127.0.0.2");
     connection.send(requestText("/mark.svg"));
     EXPECT_EQ(connection.receive().status(), 200);

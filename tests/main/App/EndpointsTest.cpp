@@ -9,9 +9,17 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
+QUrl at(const QString& host, const QString& scheme = u"https"_s)
+{
+    QUrl url;
+    url.setScheme(scheme);
+    url.setHost(host, QUrl::DecodedMode);
+    return url;
+}
+
 bool mayReceive(const QString& host)
 {
-    return mayReceiveCredential(Endpoints::production().credentialDomains, host);
+    return mayReceiveCredential(Endpoints::production().credentialDomains, at(host));
 }
 
 TEST(CredentialDomains, holdTheServiceAndWhatLiesBelowIt)
@@ -43,16 +51,26 @@ TEST(CredentialDomains, areNotTheProductSite)
 TEST(CredentialDomains, canLeaveOutWhatLiesBelow)
 {
     const QList<CredentialDomain> itselfOnly = {{.domain = u"127.0.0.1"_s, .itself = true, .subdomains = false}};
-    EXPECT_TRUE(mayReceiveCredential(itselfOnly, u"127.0.0.1"_s));
-    EXPECT_FALSE(mayReceiveCredential(itselfOnly, u"a.127.0.0.1"_s));
-    EXPECT_FALSE(mayReceiveCredential({}, u"suno.com"_s));
+    EXPECT_TRUE(mayReceiveCredential(itselfOnly, at(u"127.0.0.1"_s)));
+    EXPECT_FALSE(mayReceiveCredential(itselfOnly, at(u"a.127.0.0.1"_s)));
+    EXPECT_FALSE(mayReceiveCredential({}, at(u"suno.com"_s)));
+}
+
+TEST(CredentialDomains, areReachedOverAnEncryptedConnectionOnly)
+{
+    const QList<CredentialDomain> real = Endpoints::production().credentialDomains;
+    for (const QString& scheme : {u"http"_s, u"ws"_s, u"ftp"_s, QString()})
+        EXPECT_FALSE(mayReceiveCredential(real, at(u"cdn1.suno.ai"_s, scheme))) << qPrintable(scheme);
+    const QList<CredentialDomain> here = {{.domain = u"127.0.0.1"_s, .unencrypted = true}};
+    EXPECT_TRUE(mayReceiveCredential(here, at(u"127.0.0.1"_s, u"http"_s)));
+    EXPECT_TRUE(mayReceiveCredential(here, at(u"127.0.0.1"_s)));
 }
 
 TEST(CredentialDomains, giveAnEmptyRuleNoMeaning)
 {
     const QList<CredentialDomain> empty = {{.domain = QString(), .itself = true, .subdomains = true}};
-    EXPECT_FALSE(mayReceiveCredential(empty, QString()));
-    EXPECT_FALSE(mayReceiveCredential(empty, u"host."_s));
+    EXPECT_FALSE(mayReceiveCredential(empty, at(QString())));
+    EXPECT_FALSE(mayReceiveCredential(empty, at(u"host."_s)));
 }
 
 TEST(IsOnDomain, takesTheDomainAndWhatLiesBelowWithoutCase)
