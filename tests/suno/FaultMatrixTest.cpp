@@ -108,5 +108,62 @@ TEST_P(FaultMatrix, onAnAssetLeavesAWholeFileOrNoneAndNamesTheTrack)
 INSTANTIATE_TEST_SUITE_P(Engine, FaultMatrix, testing::ValuesIn(networkFaults()),
                          [](const auto& fault) { return fault.param.name; });
 
+bool isTriedAgain(const Ending& ending)
+{
+    return ending.code || ending.status == 429 || ending.status >= 500;
+}
+
+QList<NetworkFault> faultsThatAreTriedAgain()
+{
+    QList<NetworkFault> faults = networkFaults();
+    faults.removeIf(
+        [](const NetworkFault& fault) { return !isTriedAgain(fault.data) || !isTriedAgain(fault.download); });
+    return faults;
+}
+
+/// The user stops while the engine waits before another try.
+class StopBehindFault : public FaultMatrix
+{
+protected:
+    StopBehindFault()
+    {
+        playFault();
+        clock.onSleep = [this] {
+            engine.stop();
+            askedBefore = server.requests().size();
+        };
+    }
+
+    void expectTheStopToBeTheEnd() const
+    {
+        EXPECT_GE(askedBefore, 0) << "there was a wait to stop in";
+        EXPECT_EQ(server.requests().size(), std::max<qsizetype>(askedBefore, 0));
+        EXPECT_EQ(clock.sleeps().size(), 1U);
+        EXPECT_EQ(errorsThatName({}), 0);
+        expectNoSecretInTheLog();
+    }
+
+    qsizetype askedBefore = -1;
+};
+
+TEST_P(StopBehindFault, endsTheReadWithoutAnError)
+{
+    const ReadOutcome outcome = readAll();
+    EXPECT_FALSE(outcome.error);
+    EXPECT_TRUE(outcome.clips.isEmpty());
+    EXPECT_FALSE(engine.lastFetchComplete());
+    expectTheStopToBeTheEnd();
+}
+
+TEST_P(StopBehindFault, endsTheDownloadWithoutAFile)
+{
+    EXPECT_EQ(download(), DownloadOutcome::stopped());
+    EXPECT_EQ(namesInFolder(), QStringList());
+    expectTheStopToBeTheEnd();
+}
+
+INSTANTIATE_TEST_SUITE_P(Engine, StopBehindFault, testing::ValuesIn(faultsThatAreTriedAgain()),
+                         [](const auto& fault) { return fault.param.name; });
+
 } // namespace
 } // namespace orvane::test

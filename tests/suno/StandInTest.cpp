@@ -166,8 +166,10 @@ TEST_F(StandIn, tracksMadeDuringTheReadShiftTheFeedAndNoneIsTwiceOrLost)
 
 TEST_F(StandIn, theProjectsAreFoundInEveryFormAndNarrowTheRead)
 {
-    for (const auto form : {demo::ProjectForm::list, demo::ProjectForm::wrappedInProjects, demo::ProjectForm::nested,
-                            demo::ProjectForm::single}) {
+    using Form = demo::ProjectForm;
+    for (const auto form : {Form::list, Form::wrappedInProjects, Form::wrappedInProject, Form::wrappedInData,
+                            Form::wrappedInResults, Form::wrappedInItems, Form::nested, Form::single}) {
+        SCOPED_TRACE(static_cast<int>(form));
         service.setLibrary({.tracks = trackCount, .pageSize = pageSize, .projectForm = form});
         const QList<Workspace> found = QCoro::waitFor(engine.fetchWorkspaces({}));
         ASSERT_FALSE(found.isEmpty());
