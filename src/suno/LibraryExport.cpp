@@ -2,21 +2,14 @@
 
 #include "main/App/L10n.h"
 #include "main/App/Session.h"
-#include "platform/async/Clock.h"
 #include "platform/filesystem/DestinationTest.h"
 #include "platform/filesystem/StagingLeftovers.h"
 #include "platform/network/Redaction.h"
 #include "suno/Engine.h"
-#include "suno/SaveClip.h"
-#include "suno/TimeLeft.h"
 
-#include <QElapsedTimer>
-#include <QTimer>
 #include <QtConcurrentRun>
 #include <qcoro/qcorofuture.h>
-#include <qcoro/qcorotimer.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace orvane {
@@ -25,9 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 using Ending = ExportResult::Ending;
 
 namespace {
-
-/// Half a frame: what a run over files that are all there already may take of the main thread in one go.
-constexpr qint64 longestTurnMs = 8;
 
 /// Makes the folder ready; gives the sentence of the refusal, or nothing.
 QString prepare(const QString& folder)
@@ -39,20 +29,6 @@ QString prepare(const QString& folder)
     } catch (const FileError& refusal) {
         return refusal.sentence();
     }
-}
-
-TimeLeft timeLeftFor(const QList<PlannedTrack>& plan)
-{
-    const auto known = std::count_if(plan.begin(), plan.end(), [](const PlannedTrack& track) { return track.isKnown; });
-    return {static_cast<int>(plan.size() - known), static_cast<int>(known)};
-}
-
-QCoro::Task<> oneTurnOfTheEventLoop()
-{
-    QTimer turn;
-    turn.setSingleShot(true);
-    turn.start(0);
-    co_await turn;
 }
 
 QString filled(L10n::Key key, int number)
@@ -147,42 +123,12 @@ QCoro::Task<ExportResult> LibraryExport::exportLibrary(Run current)
 
     const QFuture<QList<PlannedTrack>> planned = QtConcurrent::run(planExport, clips, current.folder);
     const QList<PlannedTrack> plan = co_await planned;
-    const Saved saved = co_await saveAll(current, clips, plan);
-    co_return concludeSaving(saved, tracks, isWhole);
-}
-
-QCoro::Task<LibraryExport::Saved> LibraryExport::saveAll(Run current, QList<Clip> clips, QList<PlannedTrack> plan)
-{
-    const int count = static_cast<int>(plan.size());
-    TimeLeft timeLeft = timeLeftFor(plan);
-    Saved saved;
-    QElapsedTimer turn;
-    turn.start();
-    for (int index = 0; index < count; ++index) {
-        saved.stopped = engine_.isStopping();
-        if (saved.stopped)
-            co_return saved;
-        const auto began = clock_.monotonic();
-        const PlannedTrack& track = plan.at(index);
-        const ExportProgress progress{index, count, track.names.base, timeLeft.remaining()};
+    const SaveOrder order{.assets = current.order.assets, .folder = current.folder, .token = current.token};
+    const std::function<void(const ExportProgress&)> announce = [this](const ExportProgress& progress) {
         Q_EMIT progressed(progress);
-
-        const Clip& clip = clips.at(index);
-        const ClipResult result = co_await saveClip(engine_, clip, current.order.assets, current.folder,
-                                                    track.names.base, track.names.safeTitle, current.token);
-        saved.problems += result.problems;
-        saved.stopped = result.stopped;
-        if (saved.stopped)
-            co_return saved;
-        timeLeft.done(track.isKnown ? TimeLeft::Work::skip : TimeLeft::Work::download, clock_.monotonic() - began);
-        if (turn.elapsed() >= longestTurnMs) {
-            co_await oneTurnOfTheEventLoop();
-            turn.restart();
-        }
-    }
-    const ExportProgress whole{count, count, {}, std::nullopt};
-    Q_EMIT progressed(whole);
-    co_return saved;
+    };
+    const SavedClips saved = co_await saveClips(engine_, clock_, order, clips, plan, announce);
+    co_return concludeSaving(saved, tracks, isWhole);
 }
 
 void LibraryExport::connectEngine()
@@ -202,7 +148,7 @@ ExportResult LibraryExport::conclude(Ending ending, const QString& sentence, Log
     return {.ending = ending, .tracks = 0, .problems = 0, .sentence = sentence, .folder = {}};
 }
 
-ExportResult LibraryExport::concludeSaving(const Saved& saved, int tracks, bool isWhole)
+ExportResult LibraryExport::concludeSaving(const SavedClips& saved, int tracks, bool isWhole)
 {
     ExportResult result;
     if (saved.stopped)

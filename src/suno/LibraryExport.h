@@ -2,16 +2,12 @@
 
 #include "platform/async/TaskScope.h"
 #include "suno/Asset.h"
-#include "suno/Clip.h"
-#include "suno/ExportPlan.h"
 #include "suno/LogLevel.h"
+#include "suno/SaveClips.h"
 
 #include <QObject>
 #include <QString>
 #include <qcoro/qcorotask.h>
-
-#include <chrono>
-#include <optional>
 
 namespace orvane {
 
@@ -27,20 +23,6 @@ struct ExportOrder
     AssetSet assets;
 
     bool operator==(const ExportOrder&) const = default;
-};
-
-/// How far an export has come in saving.
-struct ExportProgress
-{
-    /// Tracks that are done, which is also the zero-based position of the one at hand.
-    int done = 0;
-    int count = 0;
-    /// Stem of the files of the track at hand; empty when all are done.
-    QString base;
-    /// Absent while too little has been measured.
-    std::optional<std::chrono::milliseconds> timeLeft;
-
-    bool operator==(const ExportProgress&) const = default;
 };
 
 /// How an export ended.
@@ -107,21 +89,14 @@ private:
         QString token;
     };
 
-    struct Saved
-    {
-        int problems = 0;
-        bool stopped = false;
-    };
-
     void start(const ExportOrder& order);
     void stop();
     QCoro::Task<> run(ExportOrder order);
     QCoro::Task<ExportResult> exportLibrary(Run current);
-    QCoro::Task<Saved> saveAll(Run current, QList<Clip> clips, QList<PlannedTrack> plan);
     void connectEngine();
     void log(const QString& message, LogLevel level);
     ExportResult conclude(ExportResult::Ending ending, const QString& sentence, LogLevel level = LogLevel::error);
-    ExportResult concludeSaving(const Saved& saved, int tracks, bool isWhole);
+    ExportResult concludeSaving(const SavedClips& saved, int tracks, bool isWhole);
     void finish(const ExportResult& result);
 
     Session& session_;

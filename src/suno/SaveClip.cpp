@@ -1,6 +1,5 @@
 #include "suno/SaveClip.h"
 
-#include "main/App/L10n.h"
 #include "platform/filesystem/FileError.h"
 #include "platform/network/Redaction.h"
 #include "suno/TrackNames.h"
@@ -61,9 +60,9 @@ public:
             add(message, outcome.reason);
     }
 
-    ClipResult result(const DownloadOutcome& last) const
+    ClipResult result(const DownloadOutcome& last, bool audioFailed) const
     {
-        return {.problems = count_, .stopped = last.kind == DownloadOutcome::Kind::stopped};
+        return {.problems = count_, .audioFailed = audioFailed, .stopped = last.kind == DownloadOutcome::Kind::stopped};
     }
 
 private:
@@ -74,36 +73,37 @@ private:
 
 } // namespace
 
-QCoro::Task<ClipResult> saveClip(Engine& engine, Clip clip, AssetSet assets, QString folder, QString base,
-                                 QString safeTitle, QString token)
+QCoro::Task<ClipResult> saveClip(Engine& engine, Clip clip, SaveOrder order, QString base, QString safeTitle)
 {
     assert(staysInItsFolder(base));
-    const QString stem = folder + u'/' + base;
+    const QString stem = order.folder + u'/' + base;
     Problems problems(engine, safeTitle);
     DownloadOutcome outcome = DownloadOutcome::downloaded();
-    if (assets.contains(Asset::audio)) {
-        outcome = co_await engine.downloadFile(engine.audioAddress(clip), stem + u".mp3"_s, token);
-        problems.addIf(outcome, L10n::Key::log43);
+    bool audioFailed = false;
+    if (order.assets.contains(Asset::audio)) {
+        outcome = co_await engine.downloadFile(engine.audioAddress(clip), stem + u".mp3"_s, order.token);
+        problems.addIf(outcome, order.texts.audio);
+        audioFailed = outcome.kind == DownloadOutcome::Kind::failed;
         if (outcome.kind == DownloadOutcome::Kind::stopped)
-            co_return problems.result(outcome);
+            co_return problems.result(outcome, audioFailed);
     }
-    if (assets.contains(Asset::lyrics) && !clip.lyrics.isEmpty()) {
+    if (order.assets.contains(Asset::lyrics) && !clip.lyrics.isEmpty()) {
         auto writing = QtConcurrent::run(refusalToWrite, stem + u" lyrics.txt"_s, lyricsText(clip));
         const QString reason = co_await writing;
-        problems.addIf(reason, L10n::Key::log44);
+        problems.addIf(reason, order.texts.lyrics);
     }
-    if (assets.contains(Asset::lrc)) {
+    if (order.assets.contains(Asset::lrc)) {
         const QString timed = lrc(clip.title, u"Suno AI"_s, clip.lyrics, clip.durationSeconds);
         auto writing = QtConcurrent::run(refusalToWrite, stem + u".lrc"_s, timed);
         const QString reason = co_await writing;
-        problems.addIf(reason, L10n::Key::log45);
+        problems.addIf(reason, order.texts.timed);
     }
-    if (assets.contains(Asset::artwork) && clip.imageURL) {
+    if (order.assets.contains(Asset::artwork) && clip.imageURL) {
         const QString to = stem + u'.' + artworkExtension(*clip.imageURL);
-        outcome = co_await engine.downloadFile(*clip.imageURL, to, token);
-        problems.addIf(outcome, L10n::Key::log46);
+        outcome = co_await engine.downloadFile(*clip.imageURL, to, order.token);
+        problems.addIf(outcome, order.texts.artwork);
     }
-    co_return problems.result(outcome);
+    co_return problems.result(outcome, audioFailed);
 }
 
 } // namespace orvane

@@ -92,7 +92,7 @@ TEST_P(FaultMatrix, onAnAssetLeavesAWholeFileOrNoneAndNamesTheTrack)
     playFault();
     const Clip clip{.id = u"a"_s, .title = u"T"_s, .audioURL = server.url(u"/a?signature="_s + canary).toString()};
     const ClipResult result =
-        QCoro::waitFor(saveClip(engine, clip, {Asset::audio}, folder.path(), u"001 - T"_s, u"T"_s, canary));
+        QCoro::waitFor(saveClip(engine, clip, {{Asset::audio}, folder.path(), canary}, u"001 - T"_s, u"T"_s));
     EXPECT_FALSE(result.stopped);
     if (result.problems == 0) {
         EXPECT_EQ(GetParam().download.status, 200);

@@ -28,7 +28,7 @@ protected:
 
     ClipResult save(const AssetSet& assets = everything)
     {
-        return QCoro::waitFor(saveClip(engine, clip, assets, folder.path(), u"001 - Song"_s, u"Song"_s, u"token"_s));
+        return QCoro::waitFor(saveClip(engine, clip, {assets, folder.path(), u"token"_s}, u"001 - Song"_s, u"Song"_s));
     }
 
     void serveFiles() { server.play({send(answer("200 OK", {}, "bytes"))}); }
@@ -85,7 +85,7 @@ TEST_F(SaveClip, aClipWithoutACoverIsNoFailure)
 TEST_F(SaveClip, aFailureIsCountedAndLoggedAndHoldsNothingBack)
 {
     server.play(status(404));
-    EXPECT_EQ(save(), (ClipResult{.problems = 2, .stopped = false}));
+    EXPECT_EQ(save(), (ClipResult{.problems = 2, .audioFailed = true, .stopped = false}));
     EXPECT_THAT(log,
                 ElementsAre(error(u"MP3 failed for Song: HTTP 404"_s), error(u"Artwork failed for Song: HTTP 404"_s)));
     EXPECT_EQ(namesInFolder(), (QStringList{u"001 - Song lyrics.txt"_s, u"001 - Song.lrc"_s}));
@@ -94,14 +94,14 @@ TEST_F(SaveClip, aFailureIsCountedAndLoggedAndHoldsNothingBack)
 TEST_F(SaveClip, anEmptyAudioAddressFailsHere)
 {
     clip.audioURL = QString();
-    EXPECT_EQ(save({Asset::audio}), (ClipResult{.problems = 1, .stopped = false}));
+    EXPECT_EQ(save({Asset::audio}), (ClipResult{.problems = 1, .audioFailed = true, .stopped = false}));
     EXPECT_THAT(log, ElementsAre(error(u"MP3 failed for Song: bad URL"_s)));
 }
 
 TEST_F(SaveClip, aTextThatCannotBeWrittenIsToldWithItsFile)
 {
     const ClipResult result =
-        QCoro::waitFor(saveClip(engine, clip, {Asset::lyrics, Asset::lrc}, path(u"gone"_s), u"b"_s, u"Song"_s, {}));
+        QCoro::waitFor(saveClip(engine, clip, {{Asset::lyrics, Asset::lrc}, path(u"gone"_s), {}}, u"b"_s, u"Song"_s));
     EXPECT_EQ(result, (ClipResult{.problems = 2, .stopped = false}));
     EXPECT_THAT(log, ElementsAre(error(u"Lyrics failed for Song: b lyrics.txt: No such file or directory"_s),
                                  error(u"Timed lyrics failed for Song: b.lrc: No such file or directory"_s)));
@@ -144,7 +144,7 @@ TEST_F(SaveClip, twoClipsWithOneTitleAreBothSavedAtFirstAndShareTheSmallerBaseLa
         for (int index = 0; index < 2; ++index) {
             const ClipNames names = clipNames(clip, index, existing);
             const ClipResult result = QCoro::waitFor(
-                saveClip(engine, clip, {Asset::audio}, folder.path(), names.base, names.safeTitle, u"token"_s));
+                saveClip(engine, clip, {{Asset::audio}, folder.path(), u"token"_s}, names.base, names.safeTitle));
             EXPECT_EQ(result, ClipResult());
         }
         EXPECT_EQ(namesInFolder(), (QStringList{u"001 - Same.mp3"_s, u"002 - Same.mp3"_s}));
@@ -162,7 +162,7 @@ TEST_F(SaveClip, everyHostileTitleLandsInsideTheFolderAndIsFoundAgain)
         clip.title = titles[index];
         const ClipNames names = clipNames(clip, index, {});
         const ClipResult result =
-            QCoro::waitFor(saveClip(engine, clip, everything, inside, names.base, names.safeTitle, u"token"_s));
+            QCoro::waitFor(saveClip(engine, clip, {everything, inside, u"token"_s}, names.base, names.safeTitle));
         EXPECT_EQ(result, ClipResult()) << qPrintable(names.base);
         for (const QString& ending : {u".mp3"_s, u" lyrics.txt"_s, u".lrc"_s, u".png"_s})
             EXPECT_TRUE(QFileInfo(inside + u'/' + names.base + ending).isFile()) << qPrintable(names.base + ending);

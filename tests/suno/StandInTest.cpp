@@ -60,8 +60,8 @@ protected:
         const auto existing = ExistingFiles::byTitle(folder.path());
         for (int index = 0; index < clips.size(); ++index) {
             const ClipNames names = clipNames(clips[index], index, existing);
-            const ClipResult result =
-                QCoro::waitFor(saveClip(engine, clips[index], assets, folder.path(), names.base, names.safeTitle, {}));
+            const ClipResult result = QCoro::waitFor(
+                saveClip(engine, clips[index], {assets, folder.path(), {}}, names.base, names.safeTitle));
             EXPECT_EQ(result, ClipResult()) << qPrintable(names.base);
             bases.append(names.base);
         }
@@ -269,7 +269,7 @@ TEST_P(StandInFault, onAnAssetLeavesTheServersBytesOrNothing)
     const QList<Clip> clips = read().clips;
     breakRequestsFor(u".mp3"_s);
     const ClipResult result =
-        QCoro::waitFor(saveClip(engine, clips[0], {Asset::audio}, folder.path(), u"001 - x"_s, u"x"_s, {}));
+        QCoro::waitFor(saveClip(engine, clips[0], {{Asset::audio}, folder.path(), {}}, u"001 - x"_s, u"x"_s));
     if (result.problems == 0) {
         const bool otherBody = GetParam().kind == Fault::Kind::html || GetParam().kind == Fault::Kind::badJson;
         EXPECT_EQ(folder.names(), QStringList{u"001 - x.mp3"_s});
