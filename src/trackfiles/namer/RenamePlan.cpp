@@ -4,7 +4,7 @@
 #include "platform/filesystem/ReadFile.h"
 #include "platform/text/Characters.h"
 #include "suno/TrackNames.h"
-#include "trackfiles/namer/NameRules.h"
+#include "trackfiles/namer/UniqueNames.h"
 
 #include <QFileInfo>
 #include <QStringDecoder>
@@ -35,44 +35,6 @@ std::optional<QString> readText(const QString& path)
         return std::nullopt;
     }
 }
-
-Source sourceOf(const Library::Entry& entry)
-{
-    const QStringList sidecars = entry.files.value(Library::Asset::lyrics);
-    const auto text = sidecars.isEmpty() ? std::nullopt : readText(sidecars.first());
-    if (text)
-        return sourceFromSidecar(*text, entry.name);
-    return {.title = {}, .lyrics = {}, .tags = {}, .fileStem = entry.name};
-}
-
-/// Gives each name once, whatever its case.
-class UniqueNames
-{
-public:
-    QString take(const QString& wanted)
-    {
-        const QString key = wanted.toLower();
-        const auto known = nextNumbers_.constFind(key);
-        if (known == nextNumbers_.constEnd()) {
-            nextNumbers_.insert(key, firstNumber);
-            return wanted;
-        }
-        QString name;
-        int number = *known;
-        do
-            name = wanted + u" (%1)"_s.arg(number++);
-        while (nextNumbers_.contains(name.toLower()));
-        nextNumbers_.insert(key, number);
-        nextNumbers_.insert(name.toLower(), firstNumber);
-        return name;
-    }
-
-private:
-    static constexpr int firstNumber = 2;
-    /// By each used name, in lower case: where the search for a free number goes on, so that ten thousand equal names
-    /// cost no square.
-    QHash<QString, int> nextNumbers_;
-};
 
 QStringList filesToMove(const Library::Entry& entry)
 {
@@ -112,6 +74,15 @@ void moveToNewStem(const Rename& row, const QString& path, Performed& result)
 }
 
 } // namespace
+
+Source sourceOf(const Library::Entry& entry)
+{
+    const QStringList sidecars = entry.files.value(Library::Asset::lyrics);
+    const auto text = sidecars.isEmpty() ? std::nullopt : readText(sidecars.first());
+    if (text)
+        return sourceFromSidecar(*text, entry.name);
+    return {.title = {}, .lyrics = {}, .tags = {}, .fileStem = entry.name};
+}
 
 QList<Rename> plan(const QString& folder, const QString& pattern, const std::optional<QStringList>& invented,
                    const QHash<QString, QString>& overrides)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trackfiles/library/Library.h"
+#include "trackfiles/namer/NameRules.h"
 
 #include <QHash>
 #include <QString>
@@ -33,6 +34,10 @@ struct Performed
 
     bool operator==(const Performed&) const = default;
 };
+
+/// What the files of a track tell of it: its stem, and what its first lyrics file says where that can be read as UTF-8
+/// and holds at most 4 MiB. Opens that file, so not for the main thread.
+Source sourceOf(const Library::Entry& entry);
 
 /// A new name for every track of `folder`, in the plain order of their present names. `invented` holds a name for each
 /// position, an empty one where there is none; `overrides` maps a present name to the text that the user typed. Names
