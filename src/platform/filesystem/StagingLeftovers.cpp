@@ -13,7 +13,7 @@ bool isStagingName(const QString& fileName)
 {
     // The endings are spelt out, so that a hidden ".profile.new" of somebody else's is never taken for ours.
     static const QRegularExpression staging(
-        uR"(^(?:.+\.(?:mp3|png|jpg|webp)\.part|\..+\.(?:mp3|wav|flac|m4a|aac|aif|aiff|mp4|txt|lrc|png|jpg|webp)\.new)$)"_s,
+        uR"(^(?:.+\.(?:mp3|png|jpg|webp)\.part|\..+\.(?:mp3|wav|flac|m4a|aac|aif|aiff|mp4|txt|lrc|png|jpg|webp)\.new|\..+\.[mM][pP]3\.tagging)$)"_s,
         QRegularExpression::DotMatchesEverythingOption);
     return staging.match(fileName).hasMatch();
 }
