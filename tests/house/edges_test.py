@@ -11,6 +11,8 @@ import tempfile
 
 PREFIX = "orvane_"
 ORPHANS = {"orvane_flags"}
+# What Qt makes beside a library that has data compiled in.
+RESOURCES = re.compile(r"_resources_\d+$")
 
 
 def read_table(path):
@@ -39,7 +41,7 @@ def read_graph(text):
 
 
 def is_ours(name):
-    return name.startswith(PREFIX) and name not in ORPHANS and "_test" not in name
+    return name.startswith(PREFIX) and name not in ORPHANS and "_test" not in name and not RESOURCES.search(name)
 
 
 def edge_breaches(table, graph, shipped):
