@@ -7,6 +7,8 @@ namespace orvane::lab {
 std::span<const Verb> verbs()
 {
     static constexpr std::array table{
+        Verb{"combinations", "", combinations},
+        Verb{"crate", "", crate},
         Verb{"decode", "FILE OUT.f32", decode},
         Verb{"master",
              "IN OUT --target LUFS --ceiling DBTP --format wav|flac|alac|aac|mp3 [--rate 128|192|256|320] "
@@ -15,6 +17,8 @@ std::span<const Verb> verbs()
         Verb{"measure", "FILE", measure},
         Verb{"name", "FOLDER [--pattern ID] [--perform]", name},
         Verb{"platforms", "[FILE]", platforms},
+        Verb{"prompt", "[--count N] [--genre TEXT] [--mood TEXT] [--era TEXT] [--voice TEXT] [--tempo TEXT] [--seed N]",
+             prompt},
         Verb{"scan", "FOLDER", scan},
         Verb{"tag",
              "FILE --title TEXT [--artist TEXT --album TEXT --genre TEXT --track N --total N --lyrics-file FILE "

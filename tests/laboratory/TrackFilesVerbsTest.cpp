@@ -1,3 +1,4 @@
+#include "tests/laboratory/Lab.h"
 #include "tests/support/TestFolder.h"
 #include "trackfiles/tags/Tags.h"
 
@@ -5,7 +6,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QUrl>
 
 #include <fcntl.h>
@@ -16,32 +16,9 @@ namespace orvane {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using test::expectRefused;
+using test::lab;
 using test::TestFolder;
-
-struct Answer
-{
-    int exitCode = 0;
-    QJsonDocument json;
-    QString said;
-};
-
-Answer lab(const QStringList& arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral(ORVANE_LAB), arguments);
-    EXPECT_TRUE(process.waitForFinished(60'000));
-    return {.exitCode = process.exitCode(),
-            .json = QJsonDocument::fromJson(process.readAllStandardOutput()),
-            .said = QString::fromUtf8(process.readAllStandardError())};
-}
-
-void expectRefused(const QStringList& arguments, const QString& sentence)
-{
-    const Answer answer = lab(arguments);
-    EXPECT_EQ(answer.exitCode, 1);
-    EXPECT_TRUE(answer.json.isNull());
-    EXPECT_EQ(answer.said, sentence + u'\n');
-}
 
 const QByteArray audio("\xFF\xFB the audio");
 
@@ -51,7 +28,7 @@ TEST(TagVerb, writesEveryFieldThatItIsGiven)
     const QString song = folder.write(u"song.mp3"_s, audio);
     const QString lyrics = folder.write(u"words.txt"_s, "één\ntwo");
     const QString cover = folder.write(u"cover.PNG"_s, "picture");
-    const Answer answer =
+    const test::LabAnswer answer =
         lab({u"tag"_s, song, u"--title"_s, u"夜"_s, u"--artist"_s, u"A"_s, u"--album"_s, u"B"_s, u"--genre"_s, u"C"_s,
              u"--track"_s, u"3"_s, u"--total"_s, u"12"_s, u"--artwork"_s, cover, u"--lyrics-file"_s, lyrics});
     const QByteArray expected = Tags::build({.title = u"夜"_s,
@@ -100,7 +77,7 @@ TEST(ScanVerb, describesFoldersAndTracksByTheirFields)
     folder.write(u"Song.mp3"_s, "12345");
     const timespec times[2] = {{.tv_sec = 0, .tv_nsec = 0}, {.tv_sec = 1, .tv_nsec = 5'000'000}};
     ::utimensat(AT_FDCWD, QFile::encodeName(folder.path(u"Song.mp3"_s)).constData(), times, 0);
-    const Answer answer = lab({u"scan"_s, folder.path()});
+    const test::LabAnswer answer = lab({u"scan"_s, folder.path()});
     ASSERT_EQ(answer.exitCode, 0) << answer.said.toStdString();
     const QJsonObject contents = answer.json.object();
     EXPECT_EQ(contents[u"unreadable"_s], false);
@@ -170,7 +147,7 @@ TEST(NameVerb, aFileThatStaysIsAProblemAndNoFailure)
     const TestFolder folder;
     folder.write(u"a.mp3"_s, "x");
     folder.write(u"01 - a.mp3/inside"_s, "x");
-    const Answer answer = lab({u"name"_s, folder.path(), u"--pattern"_s, u"numbered"_s, u"--perform"_s});
+    const test::LabAnswer answer = lab({u"name"_s, folder.path(), u"--pattern"_s, u"numbered"_s, u"--perform"_s});
     EXPECT_EQ(answer.exitCode, 0);
     EXPECT_EQ(answer.json.object()[u"problems"_s], QJsonArray{u"01 - a.mp3 already exists"_s});
     expectRefused({u"name"_s, folder.path(), u"--other"_s, u"x"_s}, u"There is no option --other."_s);
