@@ -14,6 +14,7 @@ extern "C" {
 #include <libavutil/opt.h>
 }
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <new>
@@ -76,6 +77,16 @@ public:
     int sampleRate() const { return sampleRate_; }
 
     int channelCount() const { return channelCount_; }
+
+    qint64 expectedFrames() const
+    {
+        // Speech at 24 kbit/s has about so many, and no music has.
+        constexpr qint64 framesInByte = 16;
+        const AVStream* track = container_->streams[streamIndex_];
+        const AVRational frame = {.num = 1, .den = sampleRate_};
+        const qint64 promised = track->duration > 0 ? av_rescale_q(track->duration, track->time_base, frame) : 0;
+        return std::clamp<qint64>(promised, 0, framesInByte * std::max<qint64>(avio_size(container_->pb), 0));
+    }
 
     bool read(SoundPlanes& block)
     {
@@ -218,6 +229,11 @@ int AudioReader::sampleRate() const
 int AudioReader::channelCount() const
 {
     return decoder_->channelCount();
+}
+
+qint64 AudioReader::expectedFrames() const
+{
+    return decoder_->expectedFrames();
 }
 
 bool AudioReader::read(SoundPlanes& block)

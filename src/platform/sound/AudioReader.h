@@ -30,6 +30,10 @@ public:
     int sampleRate() const;
     int channelCount() const;
 
+    /// Frames that the file says it has, and no more than its size makes likely; 0 where it says nothing. What `read`
+    /// gives may be more or less.
+    qint64 expectedFrames() const;
+
     /// Replaces `block` with the file's next samples; false at its end. Throws SoundError: Platform for damage that
     /// cannot be passed over, Unsupported where the sample rate or the channel count changes midway, NoAudio when the
     /// sound goes on for more than 24 hours.

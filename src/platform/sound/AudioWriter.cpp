@@ -220,22 +220,18 @@ private:
     void fillWith(std::span<const std::vector<double>> channels, std::size_t start, std::size_t count, Convert convert)
     {
         const bool isPlanar = av_sample_fmt_is_planar(traits_.sampleFormat) != 0;
-        const std::size_t stride = isPlanar ? 1 : channels.size();
-        for (std::size_t channel = 0; channel < channels.size(); ++channel) {
-            Sample* place = placeOf<Sample>(channel);
-            const double* samples = channels[channel].data() + start;
-            for (std::size_t index = 0; index < count; ++index)
-                place[index * stride] = convert(toWritten(samples[index]));
-        }
+        for (std::size_t channel = 0; channel < channels.size(); ++channel)
+            convert(std::span(channels[channel]).subspan(start, count), placeOf<Sample>(channel),
+                    isPlanar ? 1 : channels.size());
     }
 
     void fill(std::span<const std::vector<double>> channels, std::size_t start, std::size_t count)
     {
         require(av_frame_make_writable(frame_.get()));
         if (traits_.sampleFormat == AV_SAMPLE_FMT_FLTP)
-            fillWith<float>(channels, start, count, [](float sample) { return sample; });
+            fillWith<float>(channels, start, count, toWritten);
         else
-            fillWith<std::int32_t>(channels, start, count, [](float sample) { return to24Bit(sample) * 256; });
+            fillWith<std::int32_t>(channels, start, count, to24Bit);
         filled_ += int(count);
     }
 

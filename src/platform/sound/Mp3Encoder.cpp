@@ -1,7 +1,5 @@
 #include "platform/sound/Mp3Encoder.h"
 
-#include "platform/sound/SampleFormat.h"
-
 #include <algorithm>
 #include <lame/lame.h>
 #include <limits>
@@ -17,9 +15,11 @@ constexpr int flushedSize = 7200;
 
 void toFloats(const std::vector<double>& samples, std::size_t start, std::size_t count, std::vector<float>& floats)
 {
+    // What lies far beyond full scale makes the encoder end the program.
+    constexpr double most = 1000.0;
     floats.resize(count);
-    std::transform(samples.begin() + std::ptrdiff_t(start), samples.begin() + std::ptrdiff_t(start + count),
-                   floats.begin(), toWritten);
+    for (std::size_t frame = 0; frame < count; ++frame)
+        floats[frame] = float(std::clamp(samples[start + frame], -most, most));
 }
 
 bool fitsInteger(double value)

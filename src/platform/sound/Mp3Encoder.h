@@ -30,7 +30,8 @@ public:
     Mp3Encoder(double sampleRate, std::size_t channelCount, int bitRate);
 
     /// Encodes `count` frames of `channels` from the frame `start` on and appends what comes out to `stream`. One
-    /// channel serves as both. Samples are held at -1 to 1 in single precision. Throws Mp3Failure: Failed.
+    /// channel serves as both. Samples are taken in single precision and may exceed full scale, a thousandfold at most.
+    /// Throws Mp3Failure: Failed.
     void encode(std::span<const std::vector<double>> channels, std::size_t start, std::size_t count,
                 QByteArray& stream);
 

@@ -42,6 +42,20 @@ void convert(const AVFrame& frame, SoundPlanes& planes)
     }
 }
 
+float written(double sample)
+{
+    return std::clamp(static_cast<float>(sample), -1.0F, 1.0F);
+}
+
+std::int32_t nearest24Bit(float sample)
+{
+    constexpr double fullScale = 8388608.0;
+    // Added and taken away, it leaves no place for a fraction: the sum is rounded, as the processor rounds.
+    constexpr double rounding = 6755399441055744.0;
+    const double nearest = double(sample) * fullScale + rounding - rounding;
+    return std::int32_t(std::min(nearest, fullScale - 1.0));
+}
+
 } // namespace
 
 bool toPlanes(const AVFrame& frame, SoundPlanes& planes)
@@ -73,15 +87,16 @@ bool toPlanes(const AVFrame& frame, SoundPlanes& planes)
     }
 }
 
-int to24Bit(float sample)
+void toWritten(std::span<const double> samples, float* target, std::size_t stride)
 {
-    constexpr double fullScale = 8388608.0;
-    return int(std::clamp(std::nearbyint(double(sample) * fullScale), -fullScale, fullScale - 1.0));
+    for (std::size_t index = 0; index < samples.size(); ++index)
+        target[index * stride] = written(samples[index]);
 }
 
-float toWritten(double sample)
+void to24Bit(std::span<const double> samples, std::int32_t* target, std::size_t stride)
 {
-    return std::clamp(static_cast<float>(sample), -1.0F, 1.0F);
+    for (std::size_t index = 0; index < samples.size(); ++index)
+        target[index * stride] = nearest24Bit(written(samples[index])) * 256;
 }
 
 } // namespace orvane

@@ -2,6 +2,10 @@
 
 #include "platform/sound/AudioReader.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
 struct AVFrame;
 
 namespace orvane {
@@ -10,10 +14,10 @@ namespace orvane {
 /// number or infinite becomes 0.
 bool toPlanes(const AVFrame& frame, SoundPlanes& planes);
 
-/// The nearest 24-bit number to a sample from -1 to 1, which -1 reaches and 1 does not.
-int to24Bit(float sample);
+/// Samples as a writer takes them, in single precision and held at -1 to 1, one at every `stride`th place of `target`.
+void toWritten(std::span<const double> samples, float* target, std::size_t stride);
 
-/// A sample as a writer takes it: in single precision, held at -1 to 1.
-float toWritten(double sample);
+/// As above, as the nearest 24-bit numbers, in the upper three bytes: -1 reaches full scale and 1 does not.
+void to24Bit(std::span<const double> samples, std::int32_t* target, std::size_t stride);
 
 } // namespace orvane

@@ -269,6 +269,27 @@ TEST_F(AudioReading, aFileThatMayNotBeReadIsToldSo)
     EXPECT_EQ(code, EACCES);
 }
 
+TEST_F(AudioReading, whatAFileSaysOfItsLengthIsToldBeforehand)
+{
+    EXPECT_EQ(AudioReader(original).expectedFrames(), qint64(frames));
+    EXPECT_EQ(AudioReader(made(u"a.flac"_s)).expectedFrames(), qint64(frames));
+    EXPECT_EQ(AudioReader(made(u"a.m4a"_s, {u"-c:a"_s, u"alac"_s})).expectedFrames(), qint64(frames));
+    EXPECT_NEAR(double(AudioReader(made(u"a.mp3"_s, {u"-b:a"_s, u"192k"_s})).expectedFrames()), double(frames), 2400.0);
+}
+
+TEST_F(AudioReading, aPromiseBeyondWhatTheFileCanHoldIsHeldThere)
+{
+    made(u"a.flac"_s);
+    QByteArray flac = folder.read(u"a.flac"_s);
+    // The number of samples takes the 36 bits behind rate, channels and depth.
+    flac.replace(22, 4, QByteArray(4, '\xFF'));
+    const QString path = folder.write(u"hours.flac"_s, flac);
+    const qint64 expected = AudioReader(path).expectedFrames();
+    EXPECT_GT(expected, qint64(frames));
+    EXPECT_LE(expected, 16 * flac.size());
+    EXPECT_EQ(decodeWhole(path).planes.at(0).size(), frames);
+}
+
 TEST_F(AudioReading, aHeaderThatPromisesHoursGivesWhatIsThere)
 {
     const QByteArray samples = floatBytes(tones(1000, 2, rate));
