@@ -8,8 +8,7 @@ namespace orvane::lab {
 QJsonValue measure(const QStringList& arguments)
 {
     const QStringList paths = Arguments(arguments, {}).alone(1, 1);
-    const Master::Sound sound = Master::read(absolute(paths[0]));
-    return toJson(Master::measure(sound.channels, sound.sampleRate));
+    return toJson(Master::readAndMeasure(absolute(paths[0])).reading);
 }
 
 } // namespace orvane::lab

@@ -24,9 +24,8 @@ QJsonObject describe(const Master::Platform& platform)
 
 QJsonArray tableFor(const QString& path)
 {
-    const Master::Sound sound = Master::read(path);
     QJsonArray table;
-    for (const Master::PlatformRow& row : platformRows(Master::measure(sound.channels, sound.sampleRate))) {
+    for (const Master::PlatformRow& row : platformRows(Master::readAndMeasure(path).reading)) {
         QJsonObject object = describe(row.platform);
         object.insert(u"change"_s, row.change);
         table.append(object);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mastering/arithmetic/Channels.h"
+#include "mastering/arithmetic/Reading.h"
 
 #include <QString>
 
@@ -18,5 +19,15 @@ struct Sound
 /// sample or more than fits, NotAFormat where it holds nothing to master; else FileError or SoundError with the
 /// platform's words.
 Sound read(const QString& path);
+
+/// A file's sound and what measuring it tells.
+struct MeasuredSound
+{
+    Sound sound;
+    Reading reading;
+};
+
+/// As `read`, and measures the sound while it is decoded. Takes as many threads as there are processors.
+MeasuredSound readAndMeasure(const QString& path);
 
 } // namespace orvane::Master

@@ -40,10 +40,18 @@ Channels prepareTag(const QString& path, const Channels& track, double sampleRat
 
 int applyWatermark(const Watermark& watermark, Channels& channels, double sampleRate, std::int64_t seed)
 {
+    if (!watermark.isUsable())
+        return 0;
+    return applyWatermark(watermark, channels, sampleRate, seed, measure(channels, sampleRate).integrated);
+}
+
+int applyWatermark(const Watermark& watermark, Channels& channels, double sampleRate, std::int64_t seed,
+                   double reference)
+{
     if (!watermark.isUsable() || isEmpty(channels))
         return 0;
     try {
-        const Channels tag = prepareTag(*watermark.file, channels, sampleRate, watermark.level);
+        const Channels tag = prepareTag(*watermark.file, sampleRate, channels.size(), watermark.level, reference);
         if (isEmpty(tag))
             return 0;
         const auto hits = tagHits(watermark.placement, std::int64_t(channels.front().size()),

@@ -37,4 +37,8 @@ Channels prepareTag(const QString& path, const Channels& track, double sampleRat
 /// as none. `seed` decides where scattered hits land.
 int applyWatermark(const Watermark& watermark, Channels& channels, double sampleRate, std::int64_t seed);
 
+/// As above, where the track's own loudness, `reference`, has just been measured.
+int applyWatermark(const Watermark& watermark, Channels& channels, double sampleRate, std::int64_t seed,
+                   double reference);
+
 } // namespace orvane::Master

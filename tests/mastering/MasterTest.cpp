@@ -68,6 +68,51 @@ TEST_F(Mastering, aFileComesOutAtItsTargetWithTheReadingsOfItsSound)
     EXPECT_EQ(output().front().size(), input.front().size());
 }
 
+TEST_F(Mastering, aFileIsMeasuredWhileItIsReadAsItIsAfterwards)
+{
+    for (const std::size_t frames : {1u, 30u, 1023u, 65'535u, 65'536u, 65'537u, 200'000u}) {
+        const QString path = floatWav(u"in.wav"_s, {noise(frames, 0.2), noise(frames, 0.1, 1)});
+        const Master::Sound wanted = Master::read(path);
+        const Master::MeasuredSound found = Master::readAndMeasure(path);
+        EXPECT_EQ(found.sound.channels, wanted.channels);
+        EXPECT_EQ(found.sound.sampleRate, wanted.sampleRate);
+        EXPECT_EQ(found.reading, Master::measure(wanted.channels, wanted.sampleRate)) << frames;
+    }
+}
+
+TEST_F(Mastering, damageFarIntoAFileIsToldInItsWordsAndLeavesTheEarlierMaster)
+{
+    const Channels input = music(6.0, rate);
+    const QString path = folder.path(u"in.flac"_s);
+    Master::write(input, rate, {.format = Format::flac}, path);
+    QByteArray bytes = folder.read(u"in.flac"_s);
+    bytes.replace(bytes.size() / 2, 2000, QByteArray(2000, 'x'));
+    folder.write(u"in.flac"_s, bytes);
+    folder.write(u"out.wav"_s, "earlier");
+    try {
+        master(path, -14.0, -1.0);
+        ADD_FAILURE() << "it was mastered";
+    } catch (const std::exception& error) {
+        EXPECT_THAT(Master::sentenceOf(error).toStdString(), testing::StartsWith("in.flac: "));
+    }
+    EXPECT_EQ(folder.read(u"out.wav"_s), "earlier");
+    EXPECT_EQ(folder.names(), (QStringList{u"in.flac"_s, u"out.wav"_s}));
+}
+
+TEST_F(Mastering, theReadingsAreThoseOfTheSoundAsItIsMastered)
+{
+    const QString track = floatWav(u"in.wav"_s, music(5.0, rate));
+    const QString tag = floatWav(u"tag.wav"_s, {tone(997.0, -3.0, 1.0, rate)});
+    const Watermark watermark{.isOn = true, .file = tag, .level = -6.0, .placement = Placement::timesAcross(2)};
+    for (const double target : {-9.0, -23.0}) {
+        for (const Watermark& mark : {Watermark{.placement = {}}, watermark}) {
+            Master::Sound sound = Master::read(track);
+            EXPECT_EQ(Master::applyWatermark(mark, sound.channels, rate, 1), mark.isOn ? 2 : 0);
+            EXPECT_EQ(master(track, target, -1.0, mark), Master::apply(target, -1.0, sound.channels, rate));
+        }
+    }
+}
+
 TEST_F(Mastering, theOutputHoldsTheCeiling)
 {
     const Master::Result result = master(floatWav(u"in.wav"_s, music(6.0, rate)), -9.0, -1.0);

@@ -1,5 +1,7 @@
 #include "mastering/arithmetic/Biquad.h"
 
+#include "mastering/arithmetic/VectorClones.h"
+
 #include <cmath>
 
 namespace orvane::Master {
@@ -15,6 +17,25 @@ bool isPublishedRate(double sampleRate)
 double withoutDust(double value)
 {
     return std::abs(value) < 1e-100 ? 0.0 : value;
+}
+
+[[gnu::always_inline]] inline double nextOf(Biquad& state, double x)
+{
+    // The newest output enters last: the recursion then waits for one operation a sample, not for two.
+    const double y =
+        state.b0 * x + state.b1 * state.x1 + state.b2 * state.x2 - state.a2 * state.y2 - state.a1 * state.y1;
+    state.x2 = state.x1;
+    state.x1 = x;
+    state.y2 = state.y1;
+    state.y1 = y;
+    return y;
+}
+
+Biquad settled(Biquad state)
+{
+    state.y1 = withoutDust(state.y1);
+    state.y2 = withoutDust(state.y2);
+    return state;
 }
 
 } // namespace
@@ -60,25 +81,26 @@ std::vector<double> Biquad::process(std::span<const double> samples)
 void Biquad::filter(std::span<double> samples)
 {
     Biquad state = *this;
-    for (double& sample : samples) {
-        const double x = sample;
-        // The newest output enters last: the recursion then waits for one operation a sample, not for two.
-        const double y =
-            state.b0 * x + state.b1 * state.x1 + state.b2 * state.x2 - state.a2 * state.y2 - state.a1 * state.y1;
-        state.x2 = state.x1;
-        state.x1 = x;
-        state.y2 = state.y1;
-        state.y1 = y;
-        sample = y;
-    }
-    state.y1 = withoutDust(state.y1);
-    state.y2 = withoutDust(state.y2);
-    *this = state;
+    for (double& sample : samples)
+        sample = nextOf(state, sample);
+    *this = settled(state);
 }
 
 void Biquad::reset()
 {
     x1 = x2 = y1 = y2 = 0.0;
+}
+
+/// While one section waits for its last output the other has work.
+ORVANE_VECTOR_CLONES
+void filterBy(Biquad& first, Biquad& second, std::span<double> samples)
+{
+    Biquad firstState = first;
+    Biquad secondState = second;
+    for (double& sample : samples)
+        sample = nextOf(secondState, nextOf(firstState, sample));
+    first = settled(firstState);
+    second = settled(secondState);
 }
 
 } // namespace orvane::Master

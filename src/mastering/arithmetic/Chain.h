@@ -2,6 +2,7 @@
 
 #include "mastering/arithmetic/Channels.h"
 #include "mastering/arithmetic/Reading.h"
+#include "mastering/arithmetic/TruePeak.h"
 
 namespace orvane::Master {
 
@@ -26,5 +27,19 @@ void amplify(Channels& channels, double factor);
 /// four tries of the limiter get. A signal whose loudness cannot be measured stays as it is. `sampleRate` in Hz. Takes
 /// at most once more the memory of the signal.
 Result apply(double target, double ceiling, Channels& channels, double sampleRate);
+
+/// What the gain and the limiter did to a signal.
+struct Shaped
+{
+    /// As in `Result`.
+    double gainApplied = 0.0;
+    bool limited = false;
+    /// Of the signal as it is now.
+    Peaks peaks;
+};
+
+/// As `apply`, for a signal whose loudness is known to be `integrated`, a finite number; does not measure what comes
+/// out.
+Shaped shape(double integrated, double target, double ceiling, Channels& channels, double sampleRate);
 
 } // namespace orvane::Master

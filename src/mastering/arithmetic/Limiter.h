@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mastering/arithmetic/Channels.h"
+#include "mastering/arithmetic/TruePeak.h"
 
 namespace orvane::Master {
 
@@ -8,5 +9,8 @@ namespace orvane::Master {
 /// once, releases by 6.02 dB in 50 ms and gives all channels one gain; a hard clamp makes the ceiling absolute.
 /// `sampleRate` in Hz. Every channel is at least as long as the first. Does nothing to an empty signal.
 void limit(Channels& channels, double ceiling, double sampleRate);
+
+/// As `limit`, into `limited`, which is replaced; gives the peaks of what it holds then.
+Peaks limitInto(Channels& limited, const Channels& channels, double ceiling, double sampleRate);
 
 } // namespace orvane::Master

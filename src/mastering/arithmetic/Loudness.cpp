@@ -1,11 +1,9 @@
 #include "mastering/arithmetic/Loudness.h"
 
-#include "mastering/arithmetic/Biquad.h"
 #include "mastering/arithmetic/InParallel.h"
 #include "mastering/arithmetic/WindowEnergy.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace orvane::Master {
@@ -37,22 +35,6 @@ double meanLoudness(std::span<const double> values, Kept isKept)
     return count > 0 ? loudnessOfEnergy(sum / double(count)) : minusInfinity;
 }
 
-std::size_t wholeFrames(double frames)
-{
-    return std::size_t(std::max(frames, 0.0));
-}
-
-Windows blocksAt(double sampleRate)
-{
-    const std::size_t length = wholeFrames(0.4 * sampleRate);
-    return {.length = length, .hop = length / 4};
-}
-
-Windows shortTermWindowsAt(double sampleRate)
-{
-    return {.length = wholeFrames(3.0 * sampleRate), .hop = wholeFrames(0.1 * sampleRate)};
-}
-
 /// Adds up the channels' mean squares by weight; the first channel says how many windows there are.
 std::vector<double> loudnesses(const std::vector<std::vector<double>>& meanSquares)
 {
@@ -71,63 +53,33 @@ double percentile(std::span<const double> sorted, double share)
     return sorted[std::size_t(std::round(double(sorted.size() - 1) * share))];
 }
 
-/// What one channel's K-weighted samples say, without keeping them.
-struct ChannelEnergy
+/// What one kind of mean squares comes to, over all channels.
+template <typename MeanSquares>
+std::vector<double> loudnessesOf(const std::vector<ChannelMeter>& meters, MeanSquares meanSquares)
 {
-    WindowEnergy blocks;
-    WindowEnergy windows;
-};
-
-ChannelEnergy weigh(std::span<const double> samples, double sampleRate)
-{
-    ChannelEnergy energy{.blocks = WindowEnergy(blocksAt(sampleRate)),
-                         .windows = WindowEnergy(shortTermWindowsAt(sampleRate))};
-    Biquad shelf = Biquad::kWeightingStage1(sampleRate);
-    Biquad highPass = Biquad::kWeightingStage2(sampleRate);
-    std::array<double, 1024> piece;
-    while (!samples.empty()) {
-        const std::span<double> weighted(piece.data(), std::min(piece.size(), samples.size()));
-        std::copy_n(samples.begin(), weighted.size(), weighted.begin());
-        shelf.filter(weighted);
-        highPass.filter(weighted);
-        energy.blocks.add(weighted);
-        energy.windows.add(weighted);
-        samples = samples.subspan(weighted.size());
-    }
-    return energy;
+    std::vector<std::vector<double>> channels;
+    for (const ChannelMeter& meter : meters)
+        channels.push_back((meter.*meanSquares)());
+    return loudnesses(channels);
 }
 
-/// The mean squares of a signal's windows, channel by channel; none for a channel that does not count.
-struct Energies
+Reading readingOf(const std::vector<ChannelMeter>& meters, const Peaks& peaks)
 {
-    explicit Energies(std::size_t channels)
-        : blocks(channels)
-        , windows(channels)
-    {
-    }
-
-    void weighChannel(const Channels& channels, std::size_t channel, double sampleRate)
-    {
-        if (!(weight(channel, channels.size()) > 0.0))
-            return;
-        const ChannelEnergy energy = weigh(channels[channel], sampleRate);
-        blocks[channel] = energy.blocks.meanSquares();
-        windows[channel] = energy.windows.meanSquares();
-    }
-
-    std::vector<std::vector<double>> blocks;
-    std::vector<std::vector<double>> windows;
-};
-
-Reading readingOf(const Energies& energies, const Peaks& peaks)
-{
-    Reading reading{.integrated = gatedLoudness(loudnesses(energies.blocks)),
+    Reading reading{.integrated = gatedLoudness(loudnessesOf(meters, &ChannelMeter::blocks)),
                     .truePeak = peaks.truePeak,
                     .range = 0.0,
                     .samplePeak = peaks.samplePeak};
     if (std::isfinite(reading.integrated))
-        reading.range = loudnessRange(loudnesses(energies.windows));
+        reading.range = loudnessRange(loudnessesOf(meters, &ChannelMeter::windows));
     return reading;
+}
+
+Peaks peaksFrom(const std::vector<ChannelMeter>& meters)
+{
+    std::vector<ChannelPeaks> peaks;
+    for (const ChannelMeter& meter : meters)
+        peaks.push_back(meter.peaks());
+    return highestOf(peaks);
 }
 
 } // namespace
@@ -161,7 +113,7 @@ std::vector<double> shortTerm(const Channels& weighted, double sampleRate)
 {
     std::vector<std::vector<double>> meanSquares;
     for (const auto& channel : weighted) {
-        WindowEnergy windows(shortTermWindowsAt(sampleRate));
+        WindowEnergy windows(shortTermWindows(sampleRate));
         windows.add(channel);
         meanSquares.push_back(windows.meanSquares());
     }
@@ -188,29 +140,41 @@ Reading measure(const Channels& channels, double sampleRate)
 
 Reading measure(const Channels& channels, double sampleRate, Threads threads)
 {
-    if (isEmpty(channels))
-        return {};
-    const std::size_t count = channels.size();
-    Energies energies(count);
-    std::vector<ChannelPeaks> peaks(count);
-    const auto examine = [&](std::size_t job) {
-        if (job < count)
-            energies.weighChannel(channels, job, sampleRate);
-        else
-            peaks[job - count] = scanPeaks(channels[job - count]);
-    };
-    inParallel(2 * count, threads == Threads::One ? 1 : processorCount(), examine);
-    return readingOf(energies, highestOf(peaks));
+    std::vector<ChannelMeter> meters = metersFor(channels.size(), sampleRate);
+    return finish(meters, channels, threads);
 }
 
 Reading measureBeside(const Peaks& peaks, const Channels& channels, double sampleRate)
 {
     if (isEmpty(channels))
         return {};
-    Energies energies(channels.size());
-    inParallel(channels.size(), processorCount(),
-               [&](std::size_t channel) { energies.weighChannel(channels, channel, sampleRate); });
-    return readingOf(energies, peaks);
+    std::vector<ChannelMeter> meters = metersFor(channels.size(), sampleRate);
+    inParallel(meters.size(), processorCount(),
+               [&](std::size_t channel) { meters[channel].finishWeighing(channels[channel]); });
+    return readingOf(meters, peaks);
+}
+
+std::vector<ChannelMeter> metersFor(std::size_t count, double sampleRate)
+{
+    std::vector<ChannelMeter> meters;
+    for (std::size_t channel = 0; channel < count; ++channel)
+        meters.emplace_back(sampleRate, weight(channel, count) > 0.0);
+    return meters;
+}
+
+Reading finish(std::vector<ChannelMeter>& meters, const Channels& channels, Threads threads)
+{
+    if (isEmpty(channels))
+        return {};
+    const std::size_t count = meters.size();
+    const auto examine = [&](std::size_t job) {
+        if (job < count)
+            meters[job].finishWeighing(channels[job]);
+        else
+            meters[job - count].finishScan(channels[job - count]);
+    };
+    inParallel(2 * count, threads == Threads::One ? 1 : processorCount(), examine);
+    return readingOf(meters, peaksFrom(meters));
 }
 
 } // namespace orvane::Master

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mastering/arithmetic/ChannelMeter.h"
 #include "mastering/arithmetic/Channels.h"
 #include "mastering/arithmetic/Reading.h"
 #include "mastering/arithmetic/TruePeak.h"
@@ -43,5 +44,11 @@ Reading measure(const Channels& channels, double sampleRate, Threads threads);
 
 /// As `measure`, for a signal whose peaks have just been measured.
 Reading measureBeside(const Peaks& peaks, const Channels& channels, double sampleRate);
+
+/// A meter for each of `count` channels of a signal that is to come.
+std::vector<ChannelMeter> metersFor(std::size_t count, double sampleRate);
+
+/// The reading of a signal, of which its meters have measured any part while it came.
+Reading finish(std::vector<ChannelMeter>& meters, const Channels& channels, Threads threads = Threads::All);
 
 } // namespace orvane::Master

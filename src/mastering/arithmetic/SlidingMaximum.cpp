@@ -13,14 +13,14 @@ void SlidingMaximum::add(std::size_t index, double value)
 {
     while (count_ > 0 && at(count_ - 1).value <= value)
         --count_;
-    ring_[(first_ + count_) % ring_.size()] = {.index = index, .value = value};
+    ring_[wrapped(first_ + count_)] = {.index = index, .value = value};
     ++count_;
 }
 
 void SlidingMaximum::advanceTo(std::size_t index)
 {
     while (count_ > 0 && at(0).index < index) {
-        first_ = (first_ + 1) % ring_.size();
+        first_ = wrapped(first_ + 1);
         --count_;
     }
 }

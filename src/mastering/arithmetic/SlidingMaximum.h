@@ -20,8 +20,12 @@ public:
     /// Lets go of what lies in front of `index`.
     void advanceTo(std::size_t index);
 
-    /// The largest value held; 0 when there is none.
-    double largest() const { return count_ == 0 ? 0.0 : at(0).value; }
+    bool isEmpty() const { return count_ == 0; }
+
+    /// The largest value held, and its index; there is one.
+    double largest() const { return at(0).value; }
+
+    std::size_t largestIndex() const { return at(0).index; }
 
 private:
     struct Entry
@@ -30,7 +34,9 @@ private:
         double value;
     };
 
-    const Entry& at(std::size_t place) const { return ring_[(first_ + place) % ring_.size()]; }
+    std::size_t wrapped(std::size_t place) const { return place < ring_.size() ? place : place - ring_.size(); }
+
+    const Entry& at(std::size_t place) const { return ring_[wrapped(first_ + place)]; }
 
     /// Values that fall from front to back: whoever has a larger one behind him will never be the largest.
     std::vector<Entry> ring_;

@@ -86,12 +86,12 @@ std::size_t positionCount(std::span<const double> samples)
     return samples.size() < reach ? 0 : samples.size() - reach + 1;
 }
 
-/// The largest magnitude of each whole block of the channel.
-std::vector<double> blockPeaks(std::span<const double> samples)
+/// How many blocks have all that lies between their samples and the next ones, and at their samples, made of samples
+/// that are there.
+std::size_t reachedBlocks(std::size_t samples)
 {
-    std::vector<double> largest(samples.size() / PeakKernel::blockLength);
-    PeakKernel::largestOfBlocks(samples.data(), largest.size(), largest.data());
-    return largest;
+    const std::size_t whole = samples < 1 ? 0 : (samples - 1) / PeakKernel::blockLength;
+    return whole < 2 ? 0 : whole - 1;
 }
 
 double largestOf(std::span<const double> values)
@@ -119,29 +119,15 @@ double largestAtSamples(std::span<const double> samples, std::span<const double>
     return phases().atSample * std::max(edges, inside);
 }
 
-double largestBetweenOneByOne(std::span<const double> samples, std::size_t position, double largest)
+double largestBetweenOneByOne(std::span<const double> samples, std::size_t position)
 {
+    double largest = 0.0;
     for (; position < positionCount(samples); ++position) {
         const std::size_t lastPhase = position + reach < samples.size() ? 3 : 2;
         for (std::size_t phase = 1; phase <= lastPhase; ++phase)
             largest = std::max(largest, std::abs(between(samples, position, phase)));
     }
     return largest;
-}
-
-/// The larger of `largest` and the largest value between samples. A block whose samples are too small to reach
-/// `largest` is left out: in music that is most of them.
-double largestBetween(std::span<const double> samples, std::span<const double> blocks, double largest)
-{
-    constexpr std::size_t length = PeakKernel::blockLength;
-    std::size_t block = 0;
-    for (; (block + 2) * length < samples.size(); ++block) {
-        if (std::max(blocks[block], blocks[block + 1]) * phases().bound > largest) {
-            const double* first = samples.data() + block * length + 1;
-            largest = std::max(largest, PeakKernel::largestBetween(first, phases().between));
-        }
-    }
-    return largestBetweenOneByOne(samples, block * length, largest);
 }
 
 } // namespace
@@ -164,13 +150,43 @@ std::vector<double> oversample4x(std::span<const double> samples)
     return values;
 }
 
-ChannelPeaks scanPeaks(std::span<const double> samples)
+void PeakScan::advance(std::span<const double> samples)
 {
-    const std::vector<double> blocks = blockPeaks(samples);
-    const double samplePeak = samplePeakFrom(samples, blocks);
+    constexpr std::size_t length = PeakKernel::blockLength;
+    const std::size_t known = blocks_.size();
+    blocks_.resize(samples.size() / length);
+    PeakKernel::largestOfBlocks(samples.data() + known * length, blocks_.size() - known, blocks_.data() + known);
+    scanBetween(samples);
+}
+
+/// A block whose samples are too small to reach what has been found is left out: in music that is most of them.
+void PeakScan::scanBetween(std::span<const double> samples)
+{
+    const std::size_t end = reachedBlocks(samples.size());
+    const std::size_t first = std::max<std::size_t>(scanned_, 1);
+    if (end > first)
+        largest_ = std::max(largest_, phases().atSample * largestOf(std::span(blocks_).subspan(first, end - first)));
+    for (; scanned_ < end; ++scanned_) {
+        if (std::max(blocks_[scanned_], blocks_[scanned_ + 1]) * phases().bound > largest_) {
+            const double* start = samples.data() + scanned_ * PeakKernel::blockLength + 1;
+            largest_ = std::max(largest_, PeakKernel::largestBetween(start, phases().between));
+        }
+    }
+}
+
+ChannelPeaks PeakScan::finish(std::span<const double> samples)
+{
+    advance(samples);
+    const double samplePeak = samplePeakFrom(samples, blocks_);
     if (samples.size() < reach)
         return {.sample = samplePeak, .oversampled = samplePeak};
-    return {.sample = samplePeak, .oversampled = largestBetween(samples, blocks, largestAtSamples(samples, blocks))};
+    const double edges = largestBetweenOneByOne(samples, scanned_ * PeakKernel::blockLength);
+    return {.sample = samplePeak, .oversampled = std::max({largest_, edges, largestAtSamples(samples, blocks_)})};
+}
+
+ChannelPeaks scanPeaks(std::span<const double> samples)
+{
+    return PeakScan().finish(samples);
 }
 
 double scanTruePeak(std::span<const double> samples)

@@ -26,7 +26,28 @@ struct ChannelPeaks
     double oversampled = 0.0;
 };
 
-/// Both peaks in one pass. A channel of fewer than 33 samples cannot be oversampled: its sample peak stands in.
+/// Finds both peaks of a channel, also of one that is still growing. A channel of fewer than 33 samples cannot be
+/// oversampled: its sample peak stands in.
+class PeakScan
+{
+public:
+    /// Looks at what has come since the last call. `samples` is all of the channel so far.
+    void advance(std::span<const double> samples);
+
+    /// The peaks of the whole channel, of which any part may have been looked at before.
+    ChannelPeaks finish(std::span<const double> samples);
+
+private:
+    void scanBetween(std::span<const double> samples);
+
+    /// The largest magnitude of each whole block so far.
+    std::vector<double> blocks_;
+    /// Blocks behind whose samples has been looked, and the largest of what was found there.
+    std::size_t scanned_ = 0;
+    double largest_ = 0.0;
+};
+
+/// Both peaks of a whole channel.
 ChannelPeaks scanPeaks(std::span<const double> samples);
 
 /// The largest magnitude of the oversampled channel, as `scanPeaks` gives it.

@@ -24,7 +24,23 @@ double sumOfSquares(const double* samples, std::size_t count)
     return std::accumulate(sums.begin(), sums.end(), 0.0);
 }
 
+std::size_t wholeFrames(double frames)
+{
+    return std::size_t(std::max(frames, 0.0));
+}
+
 } // namespace
+
+Windows gatingBlocks(double sampleRate)
+{
+    const std::size_t length = wholeFrames(0.4 * sampleRate);
+    return {.length = length, .hop = length / 4};
+}
+
+Windows shortTermWindows(double sampleRate)
+{
+    return {.length = wholeFrames(3.0 * sampleRate), .hop = wholeFrames(0.1 * sampleRate)};
+}
 
 std::size_t Windows::countIn(std::size_t frames) const
 {

@@ -16,6 +16,12 @@ struct Windows
     std::size_t countIn(std::size_t frames) const;
 };
 
+/// The blocks of 400 ms that integrated loudness is gated by, three quarters of each in the next. `sampleRate` in Hz.
+Windows gatingBlocks(double sampleRate);
+
+/// The windows of 3 s, every 100 ms, of short-term loudness.
+Windows shortTermWindows(double sampleRate);
+
 /// The mean squares of a channel's windows, gathered while its samples pass: each sample is added up once, however many
 /// windows it lies in.
 class WindowEnergy

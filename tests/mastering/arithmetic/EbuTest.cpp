@@ -8,8 +8,9 @@ using namespace orvane;
 using namespace orvane::test;
 
 /// The test signals of EBU Tech 3341 and 3342, composed at each rate. Integrated loudness and range must lie within
-/// 0.1 of the stated value, a true peak within +0.2 and -0.4 dB; we hold ourselves to 0.04,
-/// of which the derived high pass takes 0.02 at 96 kHz.
+/// 0.1 of the stated value, a true peak within +0.2 and -0.4 dB; we hold ourselves to 0.03. In three cases the signal
+/// itself lies 0.02 beside its stated value, by blocks across a change of level that pass the gate or by the rounded
+/// weight of the surrounds, and at 96 kHz the derived filters another 0.01: there it is 0.04.
 class Ebu : public testing::TestWithParam<double>
 {
 protected:
@@ -33,7 +34,8 @@ protected:
         return Master::peakDB({samples, samples}, rate());
     }
 
-    static constexpr double ours = 0.04;
+    static constexpr double ours = 0.03;
+    static constexpr double besideItsValue = 0.04;
 };
 
 INSTANTIATE_TEST_SUITE_P(Rates, Ebu, testing::Values(44100.0, 48000.0, 96000.0));
@@ -50,12 +52,12 @@ TEST_P(Ebu, tech3341Case2AToneAtMinus33)
 
 TEST_P(Ebu, tech3341Case3TheRelativeGateDropsAQuietStartAndEnd)
 {
-    EXPECT_NEAR(integrated(stereo({{-36, 10}, {-23, 60}, {-36, 10}})), -23.0, ours);
+    EXPECT_NEAR(integrated(stereo({{-36, 10}, {-23, 60}, {-36, 10}})), -23.0, besideItsValue);
 }
 
 TEST_P(Ebu, tech3341Case4TheAbsoluteGateDropsWhatIsAlmostSilent)
 {
-    EXPECT_NEAR(integrated(stereo({{-72, 10}, {-36, 10}, {-23, 60}, {-36, 10}, {-72, 10}})), -23.0, ours);
+    EXPECT_NEAR(integrated(stereo({{-72, 10}, {-36, 10}, {-23, 60}, {-36, 10}, {-72, 10}})), -23.0, besideItsValue);
 }
 
 TEST_P(Ebu, tech3341Case5LoudAndQuietPartsTogether)
@@ -68,7 +70,7 @@ TEST_P(Ebu, tech3341Case6FiveChannelsByTheirWeights)
     const Samples front = steps({{-28, 20}}, rate());
     const Samples centre = steps({{-24, 20}}, rate());
     const Samples surround = steps({{-30, 20}}, rate());
-    EXPECT_NEAR(integrated({front, front, centre, surround, surround}), -23.0, ours);
+    EXPECT_NEAR(integrated({front, front, centre, surround, surround}), -23.0, besideItsValue);
 }
 
 TEST_P(Ebu, tech3341Case15APeakOnTheSamples)

@@ -116,6 +116,21 @@ TEST(Biquad, aSignalInPiecesComesOutAsInOne)
     expectNear(joined, whole.process(samples), 1e-14);
 }
 
+TEST(Biquad, twoSectionsAtOnceGiveWhatOneAfterTheOtherGives)
+{
+    const Samples samples = noise(1000, 0.3);
+    Biquad shelf = Biquad::kWeightingStage1(44100.0);
+    Biquad highPass = Biquad::kWeightingStage2(44100.0);
+    Samples found = samples;
+    filterBy(shelf, highPass, std::span(found).first(300));
+    filterBy(shelf, highPass, std::span(found).subspan(300));
+    expectNear(found, weighted(samples, 44100.0), 1e-12);
+    Biquad wanted = Biquad::kWeightingStage1(44100.0);
+    wanted.process(samples);
+    EXPECT_NEAR(shelf.y1, wanted.y1, 1e-12);
+    EXPECT_NEAR(shelf.y2, wanted.y2, 1e-12);
+}
+
 TEST(Biquad, aResetForgetsTheSignalButNotTheFilter)
 {
     const Samples samples = noise(100, 0.3);
@@ -132,6 +147,16 @@ TEST(Biquad, theTailOfASignalFallsToRest)
     section.process(noise(100, 0.3));
     for (int second = 0; second < 30; ++second)
         section.process(silence(44100));
+    EXPECT_EQ(section.y1, 0.0);
+    EXPECT_EQ(section.y2, 0.0);
+    Biquad shelf = Biquad::kWeightingStage1(44100.0);
+    Samples burst = noise(100, 0.3);
+    filterBy(shelf, section, burst);
+    for (int second = 0; second < 30; ++second) {
+        Samples rest = silence(44100);
+        filterBy(shelf, section, rest);
+    }
+    EXPECT_EQ(shelf.y1, 0.0);
     EXPECT_EQ(section.y1, 0.0);
     EXPECT_EQ(section.y2, 0.0);
 }

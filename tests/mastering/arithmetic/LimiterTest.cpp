@@ -84,6 +84,49 @@ TEST(Limiter, everySignalComesOutAsThePlainDefinitionSays)
     }
 }
 
+TEST(Limiter, anOvershootThatFallsForLongerThanTheLookAheadComesOutAsThePlainDefinitionSays)
+{
+    for (const std::size_t length : {lookAhead - 1, lookAhead, lookAhead + 1, 2 * lookAhead, 10 * lookAhead}) {
+        Channels found{silence(5000)};
+        for (std::size_t frame = 0; frame < length; ++frame)
+            found[0][1000 + frame] = 1.0 - 0.4 * double(frame) / double(length);
+        Channels wanted = found;
+        Master::limit(found, -6.0, rate);
+        Reference::limit(wanted, -6.0, rate);
+        for (std::size_t frame = 0; frame < 5000; ++frame)
+            ASSERT_NEAR(found[0][frame], wanted[0][frame], 1e-12) << frame << " with a fall of " << length;
+    }
+}
+
+TEST(Limiter, aLongSignalComesOutAsThePlainDefinitionSays)
+{
+    Channels found = music(5.0, rate);
+    found[0] = louder(found[0], 9.0);
+    Channels wanted = found;
+    Master::limit(found, -3.0, rate);
+    Reference::limit(wanted, -3.0, rate);
+    for (std::size_t channel = 0; channel < 2; ++channel) {
+        for (std::size_t frame = 0; frame < wanted[channel].size(); ++frame)
+            ASSERT_NEAR(found[channel][frame], wanted[channel][frame], 1e-12) << frame;
+    }
+}
+
+TEST(Limiter, limitsIntoAnotherSignalAsInPlaceAndTellsItsPeaks)
+{
+    for (const std::size_t frames : {0u, 1u, 40u, 4096u, 65535u, 65536u, 65537u, 200000u}) {
+        const Channels input{noise(frames, 0.4, unsigned(frames)), noise(frames, 0.2, unsigned(frames) + 1)};
+        Channels wanted = input;
+        Master::limit(wanted, -6.0, rate);
+        Channels found{noise(7, 0.1)};
+        const Master::Peaks peaks = Master::limitInto(found, input, -6.0, rate);
+        EXPECT_EQ(found, wanted) << frames;
+        EXPECT_EQ(peaks, Master::peaksOf(wanted)) << frames;
+    }
+    Channels found{noise(7, 0.1)};
+    EXPECT_EQ(Master::limitInto(found, {}, -6.0, rate), Master::Peaks());
+    EXPECT_EQ(found, Channels());
+}
+
 TEST(LimiterLaw, noSampleEverExceedsTheCeiling)
 {
     for (const double ceiling : {-0.1, -1.0, -6.0, -20.0}) {

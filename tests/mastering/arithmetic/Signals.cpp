@@ -71,6 +71,24 @@ Channels music(double seconds, double rate, std::size_t channels)
     return result;
 }
 
+Channels sections(double rate, std::size_t channels)
+{
+    constexpr double levels[] = {0.1, 0.5, 0.25};
+    const auto length = std::size_t(12.0 * rate);
+    Channels result;
+    for (std::size_t channel = 0; channel < channels; ++channel) {
+        Samples samples = noise(3 * length, 0.2, unsigned(channel));
+        double dull = 0.0;
+        for (std::size_t frame = 0; frame < samples.size(); ++frame) {
+            const double beat = std::fmod(double(frame) / rate, 0.5);
+            dull += 0.2 * (samples[frame] - dull);
+            samples[frame] = dull * levels[frame / length] * (0.3 + std::exp(-10.0 * beat));
+        }
+        result.push_back(std::move(samples));
+    }
+    return result;
+}
+
 Samples silence(std::size_t frames)
 {
     return Samples(frames);

@@ -26,6 +26,9 @@ Samples noise(std::size_t frames, double deviation, unsigned stream = 0);
 /// Something like music: a beat, a bass, a swelling chord and a pause, with peaks that lie between samples.
 Channels music(double seconds, double rate, std::size_t channels = 2);
 
+/// Three sections of a beat in dull noise, loud, quiet and between, of 12 s each.
+Channels sections(double rate, std::size_t channels);
+
 /// Silence.
 Samples silence(std::size_t frames);
 
