@@ -1,14 +1,18 @@
 #include "benchmarks/Lateness.h"
 #include "benchmarks/Report.h"
 #include "benchmarks/ServedApart.h"
+#include "main/App/Preferences.h"
+#include "main/App/Session.h"
 #include "platform/async/Clock.h"
 #include "suno/Engine.h"
+#include "suno/LibraryExport.h"
 #include "suno/SaveClip.h"
 #include "suno/TrackNames.h"
 #include "trackfiles/keys/TrackKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
@@ -168,6 +172,36 @@ void measureSecondExport()
     report("second export of 5,000 tracks: requests", problems, "requests");
 }
 
+/// A window's part in an export of a vast library that is on disk already: how long its thread is kept from a frame.
+void measureVastSecondExport()
+{
+    constexpr int tracks = 50'000;
+    const QTemporaryDir folder;
+    const demo::LibraryOptions library{.tracks = tracks, .lyricsBytes = 1500};
+    {
+        const demo::Library made(library);
+        for (int index = 0; index < tracks; ++index) {
+            const Clip clip{.title = made.at(index).title};
+            writeFile(folder.path() + u'/' + clipNames(clip, index, {}).base + u".lrc"_s);
+        }
+    }
+    Reader reader(library);
+    const QTemporaryDir home;
+    Preferences preferences(home.filePath(u"preferences.json"_s));
+    Session session(preferences);
+    session.setToken(u"any"_s);
+    session.setDestination(QUrl::fromLocalFile(folder.path()));
+    LibraryExport exporter(session, reader.engine, reader.clock);
+    QEventLoop loop;
+    QObject::connect(&exporter, &LibraryExport::ended, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    const Lateness lateness;
+    exporter.toggle({.workspace = {}, .assets = {Asset::lrc}});
+    loop.exec();
+    report("second export of 50,000 tracks: lateness of the event loop, 99th percentile", lateness.percentile99(),
+           "ms");
+    report("second export of 50,000 tracks: lateness of the event loop, worst", lateness.worst(), "ms");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -179,5 +213,6 @@ int main(int argc, char** argv)
     measureDownloads();
     measureExistingFiles();
     measureSecondExport();
+    measureVastSecondExport();
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include "main/App/L10n.h"
 #include "main/App/Session.h"
+#include "platform/async/FreedOnPool.h"
 #include "platform/filesystem/DestinationTest.h"
 #include "platform/filesystem/StagingLeftovers.h"
 #include "platform/network/Redaction.h"
@@ -29,6 +30,13 @@ QString prepare(const QString& folder)
     } catch (const FileError& refusal) {
         return refusal.sentence();
     }
+}
+
+QCoro::Task<QList<PlannedTrack>> planned(QList<Clip> clips, QString folder)
+{
+    auto planning = QtConcurrent::run(planExport, clips, folder);
+    QList<PlannedTrack> plan = co_await planning;
+    co_return plan;
 }
 
 QString filled(L10n::Key key, int number)
@@ -107,27 +115,28 @@ QCoro::Task<ExportResult> LibraryExport::exportLibrary(Run current)
     if (!refusal.isEmpty())
         co_return conclude(Ending::failed, refusal);
 
-    const QList<Clip> clips = co_await engine_.fetchAllClips(current.order.workspace, current.token);
+    QList<Clip> read = co_await engine_.fetchAllClips(current.order.workspace, current.token);
+    const FreedOnPool<QList<Clip>> clips(std::move(read));
     const bool isWhole = engine_.lastFetchComplete();
-    const int tracks = static_cast<int>(clips.size());
+    const int tracks = static_cast<int>(clips->size());
     log(filled(L10n::Key::log42, tracks), isWhole ? LogLevel::success : LogLevel::error);
     if (current.order.assets.isEmpty())
         co_return conclude(Ending::nothingTicked, L10n::t(L10n::Key::nothingTicked));
-    if (clips.isEmpty() && isWhole)
+    if (clips->isEmpty() && isWhole)
         co_return conclude(Ending::noTracks, u"That workspace has no tracks."_s);
     // Nobody but the user kept the first page away.
-    if (clips.isEmpty() && engine_.isStopping())
+    if (clips->isEmpty() && engine_.isStopping())
         co_return conclude(Ending::stopped, L10n::t(L10n::Key::log47));
-    if (clips.isEmpty())
+    if (clips->isEmpty())
         co_return conclude(Ending::noTracks, L10n::t(L10n::Key::noTracksRead));
 
-    const QFuture<QList<PlannedTrack>> planned = QtConcurrent::run(planExport, clips, current.folder);
-    const QList<PlannedTrack> plan = co_await planned;
+    QList<PlannedTrack> named = co_await planned(*clips, current.folder);
+    const FreedOnPool<QList<PlannedTrack>> plan(std::move(named));
     const SaveOrder order{.assets = current.order.assets, .folder = current.folder, .token = current.token};
     const std::function<void(const ExportProgress&)> announce = [this](const ExportProgress& progress) {
         Q_EMIT progressed(progress);
     };
-    const SavedClips saved = co_await saveClips(engine_, clock_, order, clips, plan, announce);
+    const SavedClips saved = co_await saveClips(engine_, clock_, order, *clips, *plan, announce);
     co_return concludeSaving(saved, tracks, isWhole);
 }
 
