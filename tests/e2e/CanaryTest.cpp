@@ -1,7 +1,10 @@
 #include "main/Window/MainController.h"
 #include "suno/view/SunoTab.h"
+#include "tests/e2e/BusListener.h"
 #include "tests/e2e/TokenSearch.h"
 #include "tests/e2e/World.h"
+#include "tests/platform/desktop/FakeNotifications.h"
+#include "tests/platform/desktop/FakeScreenSaver.h"
 #include "tests/support/ScriptedServer.h"
 #include "tests/support/TestFolder.h"
 
@@ -116,8 +119,19 @@ protected:
     {
         QDir().mkpath(temporary);
         qputenv("TMPDIR", QFile::encodeName(temporary));
+        // What would go to the system's bus is listened to as well.
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", qgetenv("DBUS_SESSION_BUS_ADDRESS"));
         world = std::make_unique<World>(ProgramFolders::ofUser(u"orvane"_s), destination, shortLibrary(8, 2));
         QObject::connect(&world->services.session, &Session::tokenChanged, &world->delegate, [this] { noteToken(); });
+        lookElsewhere();
+    }
+
+    /// The user turns to another window, so that the ends of exports are notified.
+    void lookElsewhere()
+    {
+        otherWindow.show();
+        otherWindow.activateWindow();
+        EXPECT_TRUE(world->waitUntil([this] { return otherWindow.isActiveWindow(); }));
     }
 
     void noteToken()
@@ -151,8 +165,11 @@ protected:
     /// One export from its start to its end.
     bool exportOnce()
     {
-        if (!world->startExport())
+        if (!world->startExport()) {
+            ADD_FAILURE() << "the log says: " << qPrintable(world->log().join(u'\n'));
             return false;
+        }
+        ++exports;
         lookAtChildren();
         const bool ended = world->waitForEnd();
         lookAtChildren();
@@ -164,10 +181,15 @@ protected:
     const QString temporary = home + u"/tmp"_s;
     const CollectedLog log;
     const RedirectedError error{home + u"/standard error"_s};
+    BusListener bus{home + u"/bus"_s};
+    FakeNotifications notifications;
+    FakeScreenSaver screenSaver;
+    QWidget otherWindow;
     ScriptedServer elsewhere{u"127.0.0.2"_s};
     QSet<QByteArray> secrets;
     QByteArray children;
     int childrenSeen = 0;
+    int exports = 0;
     std::unique_ptr<World> world;
 };
 
@@ -261,6 +283,13 @@ TEST_F(CanaryTest, noTokenIsLeftAnywhere)
     EXPECT_FALSE(search.finds(world->log().join(u'\n').toUtf8()));
     EXPECT_GT(childrenSeen, 0);
     EXPECT_FALSE(search.finds(children));
+
+    ASSERT_TRUE(world->waitUntil([this] { return screenSaver.count(u"UnInhibit"_s) == exports; }));
+    ASSERT_TRUE(world->waitUntil([this] { return notifications.count(u"Notify"_s) == exports; }));
+    ASSERT_TRUE(bus.caughtUp());
+    EXPECT_TRUE(bus.heard().contains("Saving your Suno library"));
+    EXPECT_TRUE(bus.heard().contains("Suno rejected the session"));
+    EXPECT_FALSE(search.finds(bus.heard()));
 
     world->services.preferences.flush();
     int looked = 0;
