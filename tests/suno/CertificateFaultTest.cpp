@@ -61,7 +61,7 @@ protected:
     {
         const Clip clip{.id = u"a"_s, .title = u"T"_s};
         const ClipResult result =
-            QCoro::waitFor(saveClip(engine, clip, {Asset::audio}, folder_.path(), u"001 - T"_s, u"T"_s, canary));
+            QCoro::waitFor(saveClip(engine, clip, {{Asset::audio}, folder_.path(), canary}, u"001 - T"_s, u"T"_s));
         EXPECT_EQ(result.problems, 1);
         EXPECT_TRUE(log_.last().startsWith(u"MP3 failed for T: "_s)) << qPrintable(log_.last());
         EXPECT_THAT(log_.last().toStdString(), HasSubstr(words));
