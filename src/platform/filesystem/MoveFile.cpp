@@ -84,6 +84,9 @@ void moveWithoutReplacing(const QString& from, const QString& to)
     const QByteArray oldName = systemName(from);
     const QByteArray newName = systemName(to);
     const bool renamesItself = differsInCaseOnly(from, to) && isSameFile(oldName, newName);
+    // The system tells of a missing file before it tells of a taken name.
+    if (!renamesItself && exists(newName))
+        throw FileError(from, EEXIST);
     if (renamesItself ? renameOver(oldName, newName) : renameWithoutReplacing(oldName, newName))
         return;
     if (errno != EXDEV)

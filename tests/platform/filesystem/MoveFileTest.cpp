@@ -50,6 +50,13 @@ TEST_F(MoveFile, neverReplacesWhatIsThere)
     EXPECT_EQ(folder.read(u"Song.mp3"_s), "music");
 }
 
+TEST_F(MoveFile, aTakenNameIsToldBeforeAMissingFile)
+{
+    folder.write(u"001 - Song.mp3"_s, "somebody's");
+    EXPECT_EQ(errorOf([&] { moveWithoutReplacing(folder.path(u"missing"_s), to); }), EEXIST);
+    EXPECT_EQ(folder.read(u"001 - Song.mp3"_s), "somebody's");
+}
+
 TEST_F(MoveFile, replacesNoLinkThatLeadsNowhere)
 {
     QFile::link(folder.path(u"nowhere"_s), to);
