@@ -45,10 +45,10 @@ ProgramOutcome runBroken(const QStringList& program, const SystemCall& call, con
 QList<SystemCall> callsBetweenMarks(const QString& trace)
 {
     static const QRegularExpression line(u"^(\\d+) +(\\w+)\\("_s);
-    static const QStringList relevant = {u"openat"_s, u"open"_s,    u"newfstatat"_s, u"lstat"_s,  u"fstat"_s,
-                                         u"flock"_s,  u"fcntl"_s,   u"fchmod"_s,     u"read"_s,   u"pread64"_s,
-                                         u"write"_s,  u"fsync"_s,   u"close"_s,      u"rename"_s, u"renameat2"_s,
-                                         u"unlink"_s, u"unlinkat"_s};
+    static const QStringList relevant = {u"openat"_s, u"open"_s,     u"newfstatat"_s, u"lstat"_s,  u"fstat"_s,
+                                         u"flock"_s,  u"fcntl"_s,    u"fchmod"_s,     u"read"_s,   u"pread64"_s,
+                                         u"write"_s,  u"fsync"_s,    u"close"_s,      u"rename"_s, u"renameat2"_s,
+                                         u"unlink"_s, u"unlinkat"_s, u"getdents64"_s};
     const QString mark = QString::fromLatin1(traceMarkName);
     QList<SystemCall> calls;
     QMap<std::pair<QString, QString>, int> counted;

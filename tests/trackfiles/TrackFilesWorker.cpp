@@ -3,6 +3,7 @@
 #include "trackfiles/namer/RenamePlan.h"
 #include "trackfiles/tags/Tags.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
@@ -36,11 +37,38 @@ void rename(const QString& folder)
         std::fprintf(stderr, "%s\n", qPrintable(problem));
 }
 
+/// How many of `entries` have a date.
+qsizetype dated(const QList<orvane::Library::Entry>& entries)
+{
+    return std::ranges::count_if(entries,
+                                 [](const auto& entry) { return entry.modified != orvane::Library::distantPast(); });
+}
+
+qint64 children(const QList<orvane::Library::Entry>& folders)
+{
+    qint64 sum = 0;
+    for (const orvane::Library::Entry& folder : folders)
+        sum += folder.childCount;
+    return sum;
+}
+
+void read(const QString& folder)
+{
+    orvane::test::markTrace();
+    const orvane::Library::Contents contents = orvane::Library::read(folder);
+    orvane::test::markTrace();
+    const QList<orvane::Library::Entry> tracks = contents.tracks();
+    const QList<orvane::Library::Entry> folders = contents.folders();
+    std::printf("unreadable=%d tracks=%lld bytes=%lld dated=%lld folders=%lld children=%lld\n",
+                contents.unreadable ? 1 : 0, tracks.size(), contents.bytes(), dated(tracks), folders.size(),
+                children(folders));
+}
+
 } // namespace
 
-/// track_files_worker tag PATH TITLE: tags the file. track_files_worker rename FOLDER: takes the index off the three
-/// files of one track there and changes the case of another's, saying a line for each that stays. Exits with 1 and a
-/// sentence where the system refuses the tag.
+/// track_files_worker read FOLDER: says what it found there. track_files_worker tag PATH TITLE: tags the file.
+/// track_files_worker rename FOLDER: takes the index off the three files of one track there and changes the case of
+/// another's, saying a line for each that stays. Exits with 1 and a sentence where the system refuses the tag.
 int main(int argc, char** argv)
 {
     try {
@@ -48,6 +76,8 @@ int main(int argc, char** argv)
             tag(QString::fromLocal8Bit(argv[2]), QString::fromLocal8Bit(argv[3]));
         else if (argc == 3 && argv[1] == std::string_view("rename"))
             rename(QString::fromLocal8Bit(argv[2]));
+        else if (argc == 3 && argv[1] == std::string_view("read"))
+            read(QString::fromLocal8Bit(argv[2]));
         else
             return 2;
     } catch (const orvane::FileError& error) {

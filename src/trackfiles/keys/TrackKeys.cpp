@@ -3,8 +3,6 @@
 #include "mastering/platforms/PlatformNames.h"
 #include "platform/text/Characters.h"
 
-#include <QRegularExpression>
-
 namespace orvane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -53,6 +51,59 @@ QStringView withoutPlatform(QStringView stem)
     const QStringView inside = stem.sliced(bracket + 1).chopped(1);
     return Master::platformNames().contains(inside) ? trimmedBlanks(stem.first(bracket)) : stem;
 }
+
+/// Reads a name from its start. Digits and blanks of every script count, as they do to the reader of the name; halves
+/// of characters, over which a regular expression gives up, are ordinary characters.
+class Reader
+{
+public:
+    explicit Reader(QStringView text)
+        : rest_(text)
+    {
+    }
+
+    QStringView rest() const { return rest_; }
+
+    bool skipWhiteSpace()
+    {
+        const qsizetype before = rest_.size();
+        while (!rest_.isEmpty() && isWhiteSpace(rest_.front().unicode()))
+            rest_ = rest_.sliced(1);
+        return rest_.size() < before;
+    }
+
+    int skipDigits()
+    {
+        int count = 0;
+        for (qsizetype units = unitsOfDigit(); units > 0; units = unitsOfDigit()) {
+            rest_ = rest_.sliced(units);
+            ++count;
+        }
+        return count;
+    }
+
+    bool skipOneOf(QStringView characters)
+    {
+        if (rest_.isEmpty() || !characters.contains(rest_.front()))
+            return false;
+        rest_ = rest_.sliced(1);
+        return true;
+    }
+
+private:
+    /// 0 where no digit comes next.
+    qsizetype unitsOfDigit() const
+    {
+        if (rest_.isEmpty())
+            return 0;
+        const bool isPair = rest_.size() > 1 && rest_[0].isHighSurrogate() && rest_[1].isLowSurrogate();
+        const char32_t next = isPair ? QChar::surrogateToUcs4(rest_[0], rest_[1]) : rest_.front().unicode();
+        const qsizetype units = isPair ? 2 : 1;
+        return QChar::isDigit(next) ? units : 0;
+    }
+
+    QStringView rest_;
+};
 
 } // namespace
 
@@ -110,11 +161,15 @@ QString trackKey(const QString& fileName)
 
 QString TrackNamer::stripIndexPrefix(const QString& name)
 {
-    // Digits and blanks of every script count, as they do to the reader of the name.
-    static const QRegularExpression prefix(uR"(^\s*\d{1,4}\s*[-.)]\s+)"_s,
-                                           QRegularExpression::UseUnicodePropertiesOption);
-    const QRegularExpressionMatch match = prefix.match(name);
-    return match.hasMatch() ? name.sliced(match.capturedEnd()) : name;
+    constexpr int mostDigits = 4;
+    Reader reader(name);
+    reader.skipWhiteSpace();
+    const int digits = reader.skipDigits();
+    if (digits < 1 || digits > mostDigits)
+        return name;
+    reader.skipWhiteSpace();
+    const bool separated = reader.skipOneOf(u"-.)") && reader.skipWhiteSpace();
+    return separated ? reader.rest().toString() : name;
 }
 
 } // namespace orvane

@@ -39,7 +39,7 @@ qint64 countChildren(int parent, const char* name)
     qint64 count = 0;
     while (folder && nextVisible(folder.get()))
         ++count;
-    return count;
+    return errno == 0 ? count : 0;
 }
 
 qint64 milliseconds(const timespec& time)

@@ -93,6 +93,9 @@ std::optional<QString> hook(const QString& lyrics)
     if (kept.isEmpty())
         return std::nullopt;
     const QString line = shortened(chosen(kept));
+    // Where nothing but marks stands before the cut, nothing remains.
+    if (line.isEmpty())
+        return std::nullopt;
     return isOneCase(line) ? titleCased(line) : line;
 }
 

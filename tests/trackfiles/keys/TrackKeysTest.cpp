@@ -107,7 +107,7 @@ TEST(TrackKey, anyOtherBracketIsATrackOfItsOwn)
     EXPECT_EQ(trackKey(u"Song ().wav"_s), u"Song ()"_s);
 }
 
-TEST(TrackKey, theLyricsEndingIsLookedForBeforeThePlatform)
+TEST(TrackKey, ofSongLyricsSpotifyThePlatformIsDroppedAndLyricsStays)
 {
     EXPECT_EQ(trackKey(u"Song lyrics (Spotify).txt"_s), u"Song lyrics"_s);
     EXPECT_EQ(trackKey(u"Song (Spotify) lyrics.txt"_s), u"Song"_s);
@@ -139,10 +139,19 @@ TEST(StripIndexPrefix, whatIsNoPrefixStays)
         EXPECT_EQ(stripIndexPrefix(name), name) << qPrintable(name);
 }
 
+TEST(StripIndexPrefix, halfACharacterInTheTitleDoesNotKeepTheNumber)
+{
+    const QString half(QChar(0xDE00));
+    EXPECT_EQ(stripIndexPrefix(u"03 - "_s + half), half);
+    EXPECT_EQ(stripIndexPrefix(half + u"03 - Song"_s), half + u"03 - Song"_s);
+}
+
 TEST(StripIndexPrefix, digitsAndBlanksOfEveryScriptCount)
 {
     EXPECT_EQ(stripIndexPrefix(u"\u0663 -\u3000Song"_s), u"Song"_s);
     EXPECT_EQ(stripIndexPrefix(u"\uff11\uff12.\u00a0Song"_s), u"Song"_s);
+    EXPECT_EQ(stripIndexPrefix(u"𝟙𝟚𝟛𝟜 - Song"_s), u"Song"_s);
+    EXPECT_EQ(stripIndexPrefix(u"𝟙𝟚𝟛𝟜𝟝 - Song"_s), u"𝟙𝟚𝟛𝟜𝟝 - Song"_s);
 }
 
 } // namespace

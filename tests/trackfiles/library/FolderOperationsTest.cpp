@@ -8,7 +8,6 @@
 #include <QStandardPaths>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace orvane {
@@ -183,17 +182,6 @@ TEST(CopyIn, aFolderIsNotCopiedIntoItself)
     EXPECT_EQ(copied.problems, QStringList{u"album: Invalid argument"_s});
     EXPECT_EQ(QDir(folder.path(u"album/inner"_s)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
               QStringList{u"a.mp3"_s});
-}
-
-TEST(CopyIn, aPipeIsRefusedWithoutBeingOpened)
-{
-    const TestFolder from;
-    const TestFolder to;
-    ASSERT_EQ(::mkfifo(QFile::encodeName(from.path(u"song.mp3"_s)).constData(), 0600), 0);
-    const CopiedIn copied = Library::copyIn({from.path(u"song.mp3"_s)}, to.path());
-    EXPECT_EQ(copied.items, 0);
-    EXPECT_EQ(copied.problems.size(), 1);
-    EXPECT_EQ(to.names(), QStringList());
 }
 
 } // namespace

@@ -15,7 +15,7 @@ QString hookOf(const QString& lyrics)
     return TrackNamer::hook(lyrics).value_or(u"(none)"_s);
 }
 
-TEST(NameRules, anUntitledTrackIsNamedByTheChorusThatItSingsTwice)
+TEST(NameRules, aTitleOfUntitledAndAStemOfATrackNumberGiveTheChorusLineSungTwice)
 {
     const Source source{.title = u"Untitled"_s,
                         .lyrics = u"[Verse]\nA quiet opening line\n[Chorus]\ncarry me home tonight\n"
@@ -25,13 +25,13 @@ TEST(NameRules, anUntitledTrackIsNamedByTheChorusThatItSingsTwice)
     EXPECT_EQ(TrackNamer::base(source, 2), u"Carry Me Home Tonight"_s);
 }
 
-TEST(NameRules, runsOfBlanksAndTrailingPunctuationGo)
+TEST(NameRules, aTitleOfMySongWithBlanksAndMarksGivesMySong)
 {
     EXPECT_EQ(TrackNamer::base({.title = u"  My   Song!!  "_s}, 0), u"My Song"_s);
     EXPECT_EQ(TrackNamer::base({.title = u"My\n\t Song"_s}, 0), u"My Song"_s);
 }
 
-TEST(NameRules, wowWithDotsGivesWowAndDotsAloneArePlaceholder)
+TEST(NameRules, aTitleOfWowWithDotsGivesWowAndOneOfDotsIsEmptyThusAPlaceholder)
 {
     EXPECT_EQ(TrackNamer::trimmedForTitle(u"wow..."_s), u"wow"_s);
     EXPECT_EQ(TrackNamer::trimmedForTitle(u"..."_s), QString());
@@ -54,7 +54,7 @@ TEST(NameRules, placeholdersAreGenericWordsWithOrWithoutANumber)
         EXPECT_FALSE(TrackNamer::isPlaceholder(name)) << name.toStdString();
 }
 
-TEST(NameRules, anIdentifierOfThirtyTwoHexadecimalDigitsIsAPlaceholderAndOneOfThirtyOneIsNot)
+TEST(NameRules, aTitleOf36HexadecimalDigitsAndHyphensIsAPlaceholderSoIsOneOf32DigitsAndOneOf31IsNot)
 {
     EXPECT_TRUE(TrackNamer::isPlaceholder(u"0a1b2c3d-4e5f-6071-8293-a4b5c6d7e8f9"_s));
     EXPECT_TRUE(TrackNamer::isPlaceholder(QString(32, u'f')));
@@ -68,10 +68,11 @@ TEST(NameRules, theFileNamesTheTrackWithoutItsIndex)
     EXPECT_EQ(TrackNamer::base({.title = u"Track 1"_s, .fileStem = u"012 - Night  Drive."_s}, 0), u"Night Drive"_s);
 }
 
-TEST(NameRules, lyricsOfSectionMarksOnlyGiveThePosition)
+TEST(NameRules, lyricsWithOnlySectionMarksGiveNoHookAndTheNameIsTrack4ForTheTrackAtIndex3)
 {
-    EXPECT_EQ(TrackNamer::base({.title = u"untitled"_s, .lyrics = u"[Verse]\n[Chorus]\n\n(softly)\n* * *"_s}, 3),
-              u"Track 4"_s);
+    const QString lyrics = u"[Verse]\n[Chorus]\n\n(softly)\n* * *"_s;
+    EXPECT_EQ(TrackNamer::hook(lyrics), std::nullopt);
+    EXPECT_EQ(TrackNamer::base({.title = u"untitled"_s, .lyrics = lyrics}, 3), u"Track 4"_s);
 }
 
 TEST(NameRules, aClipBringsItsTitleLyricsAndTags)
@@ -80,26 +81,34 @@ TEST(NameRules, aClipBringsItsTitleLyricsAndTags)
     EXPECT_EQ(Source::of(clip), (Source{.title = u"t"_s, .lyrics = u"l"_s, .tags = u"g"_s, .fileStem = {}}));
 }
 
-TEST(Hook, aFirstLineOfSixtyCharactersIsCutAtTheLastBlankWithinFortyEight)
+TEST(Hook, aFirstLineOf60CharactersWithNoRepeatsIsCutAtTheLastBlankWithin48)
 {
-    const QString line = u"When the morning comes around the corner, slowly over hills ok"_s;
+    const QString line = u"When the morning comes around the corner, slowly over hills"_s + u'k';
+    ASSERT_EQ(line.size(), 60);
     EXPECT_EQ(hookOf(line), u"When the morning comes around the corner"_s);
     const QString comma = u"When the mornings come around the corner by, slow over hills k"_s;
     EXPECT_EQ(hookOf(comma), u"When the mornings come around the corner by"_s);
 }
 
-TEST(Hook, aLongLineWithoutABlankIsCutAtFortyEightExactly)
+TEST(Hook, aFirstLineOf60CharactersWithNoBlankIsCutAt48Exactly)
 {
     EXPECT_EQ(hookOf(u"Xy"_s.repeated(30)), u"Xy"_s.repeated(24));
 }
 
-TEST(Hook, aRepeatedLineOfFortyEightIsTheHookAndOneOfFortyNineIsPassedOver)
+TEST(Hook, aLineOfExactly48CharactersThatRepeatsIsTheHookAndOneOf49IsPassedOver)
 {
     const QString fits = u"Ab"_s + QString(46, u'c');
     const QString tooLong = u"Ab"_s + QString(47, u'c');
     const QString first = u"First line"_s;
     EXPECT_EQ(hookOf(first + u'\n' + fits + u'\n' + fits), fits);
     EXPECT_EQ(hookOf(first + u'\n' + tooLong + u'\n' + tooLong), first);
+}
+
+TEST(Hook, aLineThatIsOnlyMarksBeforeItsCutIsNone)
+{
+    const QString line = u"-!- "_s + QString(60, u'x');
+    EXPECT_EQ(TrackNamer::hook(line), std::nullopt);
+    EXPECT_EQ(TrackNamer::base({.title = {}, .lyrics = line}, 0), u"Track 1"_s);
 }
 
 TEST(Hook, aLineIsCountedInCharactersAsAPersonSeesThem)
@@ -132,7 +141,7 @@ TEST(Hook, headerLinesOfASavedFileAreNoCandidates)
     EXPECT_EQ(hookOf(u"  Title: Something\nReal words here"_s), u"Real words here"_s);
 }
 
-TEST(Hook, aLineInOneCaseIsWrittenAsATitleAndAMixedOneStays)
+TEST(Hook, iWannaDanceInTheRainAndTheLongRoadAreWrittenAsTitlesAndMixedCaseLineStaysUnchanged)
 {
     EXPECT_EQ(hookOf(u"I WANNA DANCE IN THE RAIN"_s), u"I Wanna Dance in the Rain"_s);
     EXPECT_EQ(hookOf(u"the long road"_s), u"The Long Road"_s);
@@ -183,7 +192,7 @@ TEST(Patterns, areLabelledForPeople)
               "Instrumental|Acoustic|Live|Orchestral"_s);
 }
 
-TEST(Patterns, numberedGivesTwoDigitsAndMoreWhereNeeded)
+TEST(Patterns, numberedAtIndex9Gives10AndAtIndex99Gives100)
 {
     EXPECT_EQ(TrackNamer::apply(u"numbered"_s, u"Title"_s, 9), u"10 - Title"_s);
     EXPECT_EQ(TrackNamer::apply(u"numbered"_s, u"Title"_s, 99), u"100 - Title"_s);

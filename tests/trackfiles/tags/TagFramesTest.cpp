@@ -30,21 +30,29 @@ QByteArray bytes(std::initializer_list<int> values)
     return result;
 }
 
-TEST(TagFrames, withTitleAndArtistBothEmptyTheTagIsAHeaderAndItsPadding)
+TEST(TagFrames, withTitleAndArtistBothEmptyTheTagIsAHeaderAnd512BytesOfPadding)
 {
     EXPECT_EQ(Tags::build(nothing), QByteArray("ID3") + bytes({4, 0, 0, 0x00, 0x00, 0x04, 0x00}) + QByteArray(512, 0));
 }
 
-TEST(TagFrames, aTitleIsUtf8WithATerminatorUnderASynchsafeSize)
+TEST(TagFrames, aTitleBeyondAsciiIsStoredAsUtf8UnderEncodingByte3AndItsSizeCountsBytesNotCharacters)
 {
     EXPECT_EQ(framesOf({.title = u"Öl"_s, .artist = {}}),
               QByteArray("TIT2") + bytes({0, 0, 0, 5, 0, 0, 0x03, 0xC3, 0x96, 'l', 0}));
+    const QByteArray astronaut = framesOf({.title = u"👩‍🚀"_s, .artist = {}});
+    EXPECT_EQ(Tags::readSynchsafe(QByteArrayView(astronaut).sliced(4, 4)), 11 + 2);
 }
 
-TEST(TagFrames, theSizeCountsBytesAndNotCharacters)
+TEST(TagFrames, noValueIsTrimmed)
 {
-    const QByteArray frames = framesOf({.title = u"👩‍🚀"_s, .artist = {}});
-    EXPECT_EQ(Tags::readSynchsafe(QByteArrayView(frames).sliced(4, 4)), 11 + 2);
+    EXPECT_EQ(framesOf({.title = {}, .artist = u" \n"_s}),
+              QByteArray("TPE1") + bytes({0, 0, 0, 4, 0, 0, 3, ' ', '\n', 0}));
+}
+
+TEST(TagFrames, aGenreIsPlainTextAndNeverANumber)
+{
+    EXPECT_EQ(framesOf({.title = {}, .artist = {}, .genre = u"Rock"_s}),
+              QByteArray("TCON") + bytes({0, 0, 0, 6, 0, 0, 3}) + "Rock" + bytes({0}));
 }
 
 TEST(TagFrames, theArtistIsSunoAIUnlessItIsSaid)
@@ -69,7 +77,7 @@ TEST(TagFrames, framesStandInOneOrderOnly)
     EXPECT_EQ(QSet<qsizetype>(places.begin(), places.end()).size(), 7);
 }
 
-TEST(TagFrames, trackNumber3WithTotal12Gives3Of12)
+TEST(TagFrames, trackNumber3WithTrackTotal12GivesThreeOfTwelve)
 {
     EXPECT_EQ(framesOf({.title = {}, .artist = {}, .trackNumber = 3, .trackTotal = 12}),
               QByteArray("TRCK") + bytes({0, 0, 0, 6, 0, 0, 3}) + "3/12" + bytes({0}));
@@ -77,7 +85,7 @@ TEST(TagFrames, trackNumber3WithTotal12Gives3Of12)
               QByteArray("TRCK") + bytes({0, 0, 0, 3, 0, 0, 3}) + "3" + bytes({0}));
 }
 
-TEST(TagFrames, aTotalAloneGivesNoTrackFrame)
+TEST(TagFrames, trackTotalAloneGivesNoTrck)
 {
     EXPECT_EQ(framesOf({.title = {}, .artist = {}, .trackTotal = 12}), QByteArray());
 }
@@ -88,7 +96,7 @@ TEST(TagFrames, lyricsAreEnglishWithAnEmptyDescription)
               QByteArray("USLT") + bytes({0, 0, 0, 12, 0, 0, 3}) + "eng" + bytes({0}) + "la\r\nla" + bytes({0}));
 }
 
-TEST(TagFrames, emptyLyricsAndAbsentLyricsGiveTheSameTag)
+TEST(TagFrames, lyricsOfNothingAndAbsentLyricsGiveTheSameTag)
 {
     EXPECT_EQ(Tags::build({.title = u"t"_s, .lyrics = u""_s}), Tags::build({.title = u"t"_s}));
 }
@@ -164,14 +172,14 @@ TEST(AudioOffset, theVersionIsNotLookedAt)
     EXPECT_EQ(Tags::audioOffset(data), 15);
 }
 
-TEST(AudioOffset, aFileWithAFooterIsCutTenBytesFurtherOn)
+TEST(AudioOffset, aFileWithAFooterFlagIsCut10BytesFurtherOnThanOneWithout)
 {
     const QByteArray rest(100, 'x');
     EXPECT_EQ(Tags::audioOffset(tagHeader(0x10, 40) + rest) - Tags::audioOffset(tagHeader(0x00, 40) + rest), 10);
     EXPECT_EQ(Tags::audioOffset(tagHeader(0xEF, 40) + rest), 50);
 }
 
-TEST(AudioOffset, aSizePastTheEndGivesTheLength)
+TEST(AudioOffset, aStatedSizePastTheEndGivesTheLength)
 {
     EXPECT_EQ(Tags::audioOffset(tagHeader(0, 5000) + "abc"), 13);
 }
