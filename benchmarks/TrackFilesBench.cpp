@@ -107,6 +107,15 @@ void measurePlan()
     report("plan of names, 5,000 tracks with lyrics", ours, "s", "the folder's read in it", read);
 }
 
+/// Frames of 128 kbit/s at 44.1 kHz, 417 bytes each: a reader that looks for frames finds one behind the other.
+QByteArray framesOfSilence(qsizetype bytes)
+{
+    constexpr qsizetype frameBytes = 417;
+    const QByteArray header("\xFF\xFB\x90\x00", 4);
+    const QByteArray frame = header + QByteArray(frameBytes - header.size(), '\0');
+    return frame.repeated(bytes / frameBytes);
+}
+
 void copyWithFlush(const QString& from, const QString& to)
 {
     QFile source(from);
@@ -132,19 +141,32 @@ void rewriteWithTagLib(const QString& path, const QByteArray& cover)
     require(file.save());
 }
 
+void flush(const QString& path)
+{
+    QFile file(path);
+    require(file.open(QFile::ReadOnly) && ::fsync(file.handle()) == 0);
+}
+
 void measureTags()
 {
     const QTemporaryDir folder;
     const QString song = folder.filePath(u"song.mp3"_s);
-    const QByteArray audio = "\xFF\xFB" + QByteArray(songBytes, 'a');
+    const QByteArray audio = framesOfSilence(songBytes);
     const QByteArray cover(coverBytes, 'c');
     const Tags::Metadata metadata{.title = u"Song"_s, .artwork = cover};
     const auto anew = [&] { write(song, audio); };
     const double ours = median([&] { Tags::write(metadata, song); }, anew);
     const double copy = median([&] { copyWithFlush(song, folder.filePath(u"copy.mp3"_s)); }, anew);
     const double tagLib = median([&] { rewriteWithTagLib(song, cover); }, anew);
+    const auto rewriteAndFlush = [&] {
+        rewriteWithTagLib(song, cover);
+        flush(song);
+    };
+    const double flushed = median(rewriteAndFlush, anew);
     report("tag of a 6 MB file with a 200 kB cover", 1000 * ours, "ms", "copy with an fsync", 1000 * copy);
-    report("tag of a 6 MB file with a 200 kB cover", 1000 * ours, "ms", "TagLib, which flushes nothing", 1000 * tagLib);
+    report("tag of a 6 MB file with a 200 kB cover", 1000 * ours, "ms", "TagLib in place, unflushed", 1000 * tagLib);
+    report("tag of a 6 MB file with a 200 kB cover", 1000 * ours, "ms", "TagLib in place with an fsync",
+           1000 * flushed);
 }
 
 } // namespace

@@ -29,12 +29,6 @@ QByteArray output(const QString& program, const QStringList& arguments)
     return process.readAllStandardOutput();
 }
 
-QJsonObject probed(const QString& path, const QStringList& what)
-{
-    const QStringList ask = QStringList{u"-v"_s, u"fatal"_s, u"-of"_s, u"json"_s} + what + QStringList{path};
-    return QJsonDocument::fromJson(output(u"ffprobe"_s, ask)).object();
-}
-
 QString toQt(const TagLib::String& text)
 {
     return QString::fromStdString(text.to8Bit(true));
@@ -123,16 +117,23 @@ Tags::Metadata readByTagLib(const QString& path)
     return metadata;
 }
 
-QJsonObject textsReadByFfprobe(const QString& path)
+ProbedFile readByFfprobe(const QString& path)
 {
-    return probed(path, {u"-show_format"_s})[u"format"_s].toObject()[u"tags"_s].toObject();
-}
-
-QByteArray pictureHashByFfprobe(const QString& path)
-{
-    const QStringList ask{u"-select_streams"_s, u"v"_s, u"-show_packets"_s, u"-show_data_hash"_s, u"md5"_s};
-    const QJsonArray packets = probed(path, ask)[u"packets"_s].toArray();
-    return packets.first().toObject()[u"data_hash"_s].toString().section(u':', 1).toLatin1();
+    const QStringList ask{u"-v"_s,
+                          u"fatal"_s,
+                          u"-of"_s,
+                          u"json"_s,
+                          u"-show_format"_s,
+                          u"-select_streams"_s,
+                          u"v"_s,
+                          u"-show_packets"_s,
+                          u"-show_data_hash"_s,
+                          u"md5"_s,
+                          path};
+    const QJsonObject answer = QJsonDocument::fromJson(output(u"ffprobe"_s, ask)).object();
+    const QJsonObject picture = answer[u"packets"_s].toArray().first().toObject();
+    return {.texts = answer[u"format"_s].toObject()[u"tags"_s].toObject(),
+            .pictureHash = picture[u"data_hash"_s].toString().section(u':', 1).toLatin1()};
 }
 
 QByteArray audioHash(const QString& path)

@@ -22,11 +22,16 @@ QByteArray toneMp3(LameFrame frame = LameFrame::With);
 /// What TagLib reads in the tag of the file at `path`. Fails the test where fixed fields are not what they must be.
 Tags::Metadata readByTagLib(const QString& path);
 
-/// The texts of the file at `path` by the names that ffprobe gives them.
-QJsonObject textsReadByFfprobe(const QString& path);
+/// What ffprobe finds in a file.
+struct ProbedFile
+{
+    /// By the names that it gives them.
+    QJsonObject texts;
+    /// MD5 of the picture in hexadecimal; empty without one.
+    QByteArray pictureHash;
+};
 
-/// MD5 in hexadecimal of the picture that ffprobe finds in the file at `path`; empty without a picture.
-QByteArray pictureHashByFfprobe(const QString& path);
+ProbedFile readByFfprobe(const QString& path);
 
 /// A hash of the audio of the file at `path`, as ffmpeg copies it out.
 QByteArray audioHash(const QString& path);

@@ -38,15 +38,15 @@ Tags::Metadata everything()
 void expectBothReaders(const QString& path, const Tags::Metadata& expected)
 {
     EXPECT_EQ(test::readByTagLib(path), expected);
-    const QJsonObject texts = test::textsReadByFfprobe(path);
-    const auto text = [&texts](const QString& name) { return texts[name].toString(); };
+    const test::ProbedFile probed = test::readByFfprobe(path);
+    const auto text = [&probed](const QString& name) { return probed.texts[name].toString(); };
     EXPECT_EQ(text(u"title"_s), expected.title);
     EXPECT_EQ(text(u"artist"_s), expected.artist);
     EXPECT_EQ(text(u"album"_s), expected.album.value_or(QString()));
     EXPECT_EQ(text(u"genre"_s), expected.genre.value_or(QString()));
     EXPECT_EQ(text(u"lyrics-eng"_s), expected.lyrics.value_or(QString()));
     EXPECT_EQ(text(u"track"_s), expected.trackNumber ? u"3/12"_s : QString());
-    EXPECT_EQ(test::pictureHashByFfprobe(path), expected.artwork ? md5(*expected.artwork) : QByteArray());
+    EXPECT_EQ(probed.pictureHash, expected.artwork ? md5(*expected.artwork) : QByteArray());
 }
 
 /// A frame, and how a body of a given size is made for it.
