@@ -237,7 +237,7 @@ QCoro::Task<> AutomaterRun::masterTracks(QList<SavedTrack> saved, PipelineConfig
     if (order.watermark.isUsable())
         logWatermark(order.watermark);
     const QString folder = config.destination.toLocalFile();
-    auto making = QtConcurrent::run(TrackWork::makeFolder, folder + u"/Mastered"_s);
+    auto making = QtConcurrent::run(TrackWork::makeMasteredFolder, folder);
     const QString refusal = co_await making;
     if (!refusal.isEmpty()) {
         failAloud(Stage::master, refusal);

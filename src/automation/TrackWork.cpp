@@ -48,6 +48,21 @@ std::optional<QString> ifAny(const QString& text)
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
+using Making = bool (*)(const std::filesystem::path&, std::error_code&);
+
+QString refusalTo(Making make, const QString& path)
+{
+    try {
+        std::error_code refusal;
+        make(systemName(path).constData(), refusal);
+        if (refusal)
+            throw FileError(path, refusal.value());
+    } catch (const FileError& error) {
+        return error.sentence();
+    }
+    return {};
+}
+
 Tags::Metadata metadataFor(const TagOrder& order)
 {
     Tags::Metadata metadata;
@@ -139,15 +154,12 @@ Mastered masterTrack(const MasterOrder& order)
 
 QString makeFolder(const QString& path)
 {
-    try {
-        std::error_code refusal;
-        std::filesystem::create_directories(systemName(path).constData(), refusal);
-        if (refusal)
-            throw FileError(path, refusal.value());
-    } catch (const FileError& error) {
-        return error.sentence();
-    }
-    return {};
+    return refusalTo(std::filesystem::create_directories, path);
+}
+
+QString makeMasteredFolder(const QString& folder)
+{
+    return refusalTo(std::filesystem::create_directory, folder + u"/Mastered"_s);
 }
 
 void removeLeftovers(const QString& folder)

@@ -97,6 +97,10 @@ Mastered masterTrack(const MasterOrder& order);
 /// Makes the folder with those above it. Gives the refusal, empty where it stands.
 QString makeFolder(const QString& path);
 
+/// Makes the folder of masters in `folder`, which is not made itself: where it has vanished, as with the disk that it
+/// was on, nothing takes its place. Gives the refusal, empty where it stands.
+QString makeMasteredFolder(const QString& folder);
+
 /// Removes what a killed run left half-written in the folder and in its folder of masters.
 void removeLeftovers(const QString& folder);
 
