@@ -30,12 +30,14 @@ struct Verb
 /// All verbs, in alphabetical order.
 std::span<const Verb> verbs();
 
+QJsonValue analyse(const QStringList& arguments);
 QJsonValue combinations(const QStringList& arguments);
 QJsonValue crate(const QStringList& arguments);
 QJsonValue decode(const QStringList& arguments);
 QJsonValue master(const QStringList& arguments);
 QJsonValue measure(const QStringList& arguments);
 QJsonValue name(const QStringList& arguments);
+QJsonValue order(const QStringList& arguments);
 QJsonValue platforms(const QStringList& arguments);
 QJsonValue prompt(const QStringList& arguments);
 QJsonValue scan(const QStringList& arguments);

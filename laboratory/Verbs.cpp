@@ -7,6 +7,7 @@ namespace orvane::lab {
 std::span<const Verb> verbs()
 {
     static constexpr std::array table{
+        Verb{"analyse", "FILE...", analyse},
         Verb{"combinations", "", combinations},
         Verb{"crate", "", crate},
         Verb{"decode", "FILE OUT.f32", decode},
@@ -16,6 +17,7 @@ std::span<const Verb> verbs()
              master},
         Verb{"measure", "FILE", measure},
         Verb{"name", "FOLDER [--pattern ID] [--perform]", name},
+        Verb{"order", "FILE... [--style energyArc|keyJourney|shuffle|asListed]", order},
         Verb{"platforms", "[FILE]", platforms},
         Verb{"prompt", "[--count N] [--genre TEXT] [--mood TEXT] [--era TEXT] [--voice TEXT] [--tempo TEXT] [--seed N]",
              prompt},
