@@ -105,8 +105,7 @@ Result roll(const Crate& crate, const Locks& locks, const Chance& chance, const 
 
     Result result;
     result.style = style(int(chosen(suitableStyleForms(picked), fraction)), picked);
-    if (!subject.isEmpty())
-        result.idea = idea(int(chosen(ideaForms, fraction)), subject);
+    result.idea = idea(int(chosen(ideaForms, fraction)), subject);
     result.bent = QSet<QString>(pool.bends.begin(), pool.bends.end());
     result.locks = {.genre = unlessEmpty(picked.genre),
                     .mood = unlessEmpty(picked.mood),

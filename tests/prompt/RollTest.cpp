@@ -105,6 +105,12 @@ TEST_F(TempoRollTest, aRangeThatOnlyTouchesTheBandGivesATempoInIt)
     EXPECT_EQ(low.locks.tempo, u"120–140 BPM"_s);
 }
 
+TEST_F(TempoRollTest, theLowestTempoOfARangeCanBeTheOneInTheBand)
+{
+    const Result result = roll(crate(119, 121), {.tempo = u"90–120 BPM"_s}, written({1}));
+    EXPECT_TRUE(result.style.contains(u"119 BPM"_s)) << result.style.toStdString();
+}
+
 TEST_F(TempoRollTest, aBentTempoIsDrawnFromTheWholeRange)
 {
     Chance chance = written({0});
