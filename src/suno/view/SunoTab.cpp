@@ -4,6 +4,7 @@
 #include "main/App/L10n.h"
 #include "main/App/Preferences.h"
 #include "main/App/Session.h"
+#include "main/Chrome/Dialogs.h"
 #include "platform/web/WebPage.h"
 #include "platform/web/WebPane.h"
 #include "platform/web/WebProfile.h"
@@ -130,6 +131,18 @@ void SunoTab::nudgeZoom(int delta)
 bool SunoTab::belongsToSite(const QString& host) const
 {
     return host.contains(u"suno", Qt::CaseInsensitive) || isOnDomain(host, endpoints_.sunoSiteDomain);
+}
+
+void SunoTab::askToSignOut(Dialogs& dialogs)
+{
+    const Question question{
+        .text = L10n::t(L10n::Key::signOutAsk),
+        .informativeText = u"This clears the captured token and Suno's cookies, so the left-hand pane returns to the "
+                           "sign-in page. Downloaded files are not touched."_s,
+        .firstButton = u"Sign Out"_s,
+        .secondButton = L10n::t(L10n::Key::cancel)};
+    if (dialogs.ask(this, question))
+        signOut();
 }
 
 void SunoTab::signOut()

@@ -11,6 +11,7 @@
 
 namespace orvane {
 
+class Dialogs;
 class Preferences;
 class Session;
 class WebPage;
@@ -58,6 +59,8 @@ public:
     void applyStoredZoom();
     double zoom() const;
 
+    /// Asks first, and signs out at the first button.
+    void askToSignOut(Dialogs& dialogs);
     /// Forgets the token and every stored datum of the Suno site, then goes to the home page.
     void signOut();
 

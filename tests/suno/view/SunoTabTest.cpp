@@ -9,6 +9,7 @@
 #include "platform/web/WebPopup.h"
 #include "platform/web/WebProfile.h"
 #include "tests/platform/web/PageServer.h"
+#include "tests/support/RecordingDialogs.h"
 #include "tests/support/TestFolder.h"
 
 #include <QPointer>
@@ -349,6 +350,26 @@ TEST_F(SunoTabTest, signingOutForgetsTheSiteAndGoesHome)
     ASSERT_EQ(server.requests().size(), before + 1);
     EXPECT_FALSE(server.requests().last().contains("Cookie:"));
     EXPECT_EQ(call(tab->page(), u"return localStorage.getItem('key');"_s).value, QJsonValue(QJsonValue::Null));
+}
+
+TEST_F(SunoTabTest, signingOutIsAskedAboutAndDoneAtTheFirstButton)
+{
+    openHome();
+    capture();
+    test::RecordingDialogs dialogs;
+    tab->askToSignOut(dialogs);
+    ASSERT_EQ(dialogs.questions.size(), 1);
+    const Question& question = dialogs.questions.first();
+    EXPECT_EQ(question.text, u"Sign out of Suno?"_s);
+    EXPECT_EQ(question.informativeText,
+              u"This clears the captured token and Suno's cookies, so the left-hand pane returns to the sign-in page. "
+              "Downloaded files are not touched."_s);
+    EXPECT_EQ(question.firstButton, u"Sign Out"_s);
+    EXPECT_EQ(question.secondButton, u"Cancel"_s);
+    EXPECT_EQ(session.token(), u"first"_s) << "not at the second button";
+    dialogs.answer = true;
+    tab->askToSignOut(dialogs);
+    EXPECT_EQ(session.token(), u""_s);
 }
 
 TEST_F(SunoTabTest, aTokenThatArrivesWhileSigningOutComesTooLate)
