@@ -60,6 +60,22 @@ TEST_F(AppDelegateTest, aCancelledQuitForgetsTheRelaunch)
     EXPECT_FALSE(AppDelegate::relaunchAfterQuit);
 }
 
+TEST_F(AppDelegateTest, aRelaunchThatWasAskedForComesAtTheEndAndFindsWhatWasSet)
+{
+    int starts = 0;
+    open().delegate.startAnew = [this, &starts] {
+        ++starts;
+        const Preferences found(folder.path(u"preferences.json"_s));
+        EXPECT_EQ(found.text(u"appLanguage"_s), u"de"_s);
+    };
+    world->services.preferences.set(u"appLanguage"_s, u"de"_s);
+    world->delegate.applicationWillTerminate();
+    EXPECT_EQ(starts, 0) << "nobody asked for it";
+    AppDelegate::relaunchAfterQuit = true;
+    world->delegate.applicationWillTerminate();
+    EXPECT_EQ(starts, 1);
+}
+
 TEST_F(AppDelegateTest, anIdleWindowClosesWithoutAQuestion)
 {
     open().delegate.window()->close();

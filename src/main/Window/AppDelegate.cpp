@@ -32,6 +32,7 @@ bool AppDelegate::relaunchAfterQuit = false;
 
 AppDelegate::AppDelegate(ProgramServices& services, QObject* parent)
     : QObject(parent)
+    , startAnew([] { QProcess::startDetached(QCoreApplication::applicationFilePath(), {}); })
     , services_(services)
     , quitGuard_(services.session, services.dialogs, relaunchAfterQuit)
 {
@@ -119,7 +120,7 @@ void AppDelegate::applicationWillTerminate()
     if (!relaunchAfterQuit)
         return;
     services_.preferences.flush();
-    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    startAnew();
 }
 
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event)

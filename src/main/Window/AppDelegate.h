@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class QMainWindow;
 
 namespace orvane {
@@ -23,6 +25,9 @@ public:
 
     /// When set, the program starts itself anew at the moment it ends.
     static bool relaunchAfterQuit;
+
+    /// How the program is started anew.
+    std::function<void()> startAnew;
 
     /// Makes the window and shows it.
     void applicationDidFinishLaunching();
