@@ -7,6 +7,8 @@
 #include "mastering/Write.h"
 #include "mastering/arithmetic/Chain.h"
 #include "mastering/arithmetic/Loudness.h"
+#include "mastering/arithmetic/Resample.h"
+#include "mastering/arithmetic/Stretch.h"
 
 #include <QString>
 

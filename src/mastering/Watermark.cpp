@@ -4,6 +4,7 @@
 #include "mastering/Failure.h"
 #include "mastering/Read.h"
 #include "mastering/arithmetic/Loudness.h"
+#include "mastering/arithmetic/Resample.h"
 #include "mastering/arithmetic/Tag.h"
 
 #include <QFileInfo>

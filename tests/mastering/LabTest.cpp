@@ -122,6 +122,21 @@ TEST_F(Laboratory, decodesAFileToPlanes)
     EXPECT_EQ(folder.read(u"out.f32"_s), floatBytes(planes));
 }
 
+TEST_F(Laboratory, stretchesAFileAndMovesItsPitch)
+{
+    const QString out = folder.path(u"out.flac"_s);
+    const QJsonObject shorter = answer({u"stretch"_s, file, out, u"1.25"_s}).object();
+    EXPECT_EQ(shorter[u"before"].toInt(), 100'000);
+    const Channels channels = Master::read(file).channels;
+    EXPECT_EQ(std::size_t(shorter[u"after"].toInt()), Master::stretch(channels[0], 1.25).size());
+    EXPECT_EQ(Master::read(out).channels[0].size(), std::size_t(shorter[u"after"].toInt()));
+    EXPECT_EQ(probed(out, u"format=format_name"_s), u"flac"_s);
+    const QJsonObject higher = answer({u"pitch"_s, file, folder.path(u"out"_s), u"-2"_s}).object();
+    EXPECT_EQ(std::size_t(higher[u"after"].toInt()), Master::pitchShift(channels[0], -2.0).size());
+    EXPECT_EQ(probed(folder.path(u"out"_s), u"format=format_name"_s), u"wav"_s);
+    expectFailure({u"stretch"_s, file, out, u"fast"_s}, "fast is not a number.");
+}
+
 TEST_F(Laboratory, aFailureIsASentenceOnStandardError)
 {
     expectFailure({u"measure"_s, folder.path(u"gone.wav"_s)}, "gone.wav: No such file or directory\n");
