@@ -38,9 +38,11 @@ QJsonValue master(const QStringList& arguments);
 QJsonValue measure(const QStringList& arguments);
 QJsonValue name(const QStringList& arguments);
 QJsonValue order(const QStringList& arguments);
+QJsonValue pitch(const QStringList& arguments);
 QJsonValue platforms(const QStringList& arguments);
 QJsonValue prompt(const QStringList& arguments);
 QJsonValue scan(const QStringList& arguments);
+QJsonValue stretch(const QStringList& arguments);
 QJsonValue tag(const QStringList& arguments);
 
 } // namespace orvane::lab

@@ -18,10 +18,12 @@ std::span<const Verb> verbs()
         Verb{"measure", "FILE", measure},
         Verb{"name", "FOLDER [--pattern ID] [--perform]", name},
         Verb{"order", "FILE... [--style energyArc|keyJourney|shuffle|asListed]", order},
+        Verb{"pitch", "IN OUT SEMITONES", pitch},
         Verb{"platforms", "[FILE]", platforms},
         Verb{"prompt", "[--count N] [--genre TEXT] [--mood TEXT] [--era TEXT] [--voice TEXT] [--tempo TEXT] [--seed N]",
              prompt},
         Verb{"scan", "FOLDER", scan},
+        Verb{"stretch", "IN OUT RATIO", stretch},
         Verb{"tag",
              "FILE --title TEXT [--artist TEXT --album TEXT --genre TEXT --track N --total N --lyrics-file FILE "
              "--artwork FILE]",
