@@ -124,13 +124,14 @@ void AutomaterRun::stop()
 
 void AutomaterRun::start(const PipelineConfig& config)
 {
-    begin();
+    begin(config);
     scope_.add(run(config));
 }
 
-void AutomaterRun::begin()
+void AutomaterRun::begin(const PipelineConfig& config)
 {
     choices_ = choices();
+    folder_ = config.destination.toLocalFile();
     services_.session.automationInProgress = true;
     running_ = true;
     engine_.reset();
@@ -212,7 +213,7 @@ QCoro::Task<QStringList> AutomaterRun::runNewTracks(QList<Clip> clips)
     const auto current = config();
     if (!current || running_ || services_.session.downloadInProgress)
         co_return QStringList();
-    begin();
+    begin(*current);
     setStage(Stage::read, StageState::done(u"%1 new"_s.arg(clips.size())));
     QStringList through;
     try {
@@ -328,9 +329,7 @@ void AutomaterRun::notify(const RunSummary& summary)
 {
     const bool isSeen = isWatched && isWatched();
     if (!summary.wasStopped && !isSeen)
-        services_.notifier.show({.title = u"Orvane"_s,
-                                 .text = summary.sentence(),
-                                 .folder = services_.session.destination().toLocalFile()});
+        services_.notifier.show({.title = u"Orvane"_s, .text = summary.sentence(), .folder = folder_});
 }
 
 } // namespace orvane

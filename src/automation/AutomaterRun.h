@@ -123,7 +123,7 @@ private:
     RunChoices choices() const;
     std::optional<PipelineConfig> config() const;
     void start(const PipelineConfig& config);
-    void begin();
+    void begin(const PipelineConfig& config);
     QCoro::Task<> run(PipelineConfig config);
     QCoro::Task<> runLibrary(PipelineConfig config);
     QCoro::Task<> runFolder(PipelineConfig config);
@@ -161,6 +161,8 @@ private:
     Engine engine_;
     bool running_ = false;
     RunChoices choices_;
+    /// Where the latest run works; a change of the session's folder is for the next.
+    QString folder_;
     QMap<Stage, StageState> outcomes_;
     QHash<QString, QString> renamedStems_;
     /// Destroyed first: its tasks use all of the above.

@@ -7,12 +7,14 @@
 #include "platform/filesystem/StagingFile.h"
 #include "platform/filesystem/StagingLeftovers.h"
 #include "suno/TrackNames.h"
+#include "trackfiles/keys/TrackKeys.h"
 #include "trackfiles/namer/NameRules.h"
 #include "trackfiles/namer/UniqueNames.h"
 #include "trackfiles/tags/Tags.h"
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 
@@ -46,6 +48,14 @@ void addArtwork(Tags::Metadata& metadata, const std::optional<QString>& path)
 std::optional<QString> ifAny(const QString& text)
 {
     return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+/// Where a move is cut short the recordings still stand under the old stem, and the next run goes on from there.
+QStringList recordingsLast(QStringList files)
+{
+    const auto isNoRecording = [](const QString& file) { return Library::classify(file, {}) != Library::Asset::audio; };
+    std::ranges::stable_partition(files, isNoRecording);
+    return files;
 }
 
 using Making = bool (*)(const std::filesystem::path&, std::error_code&);
@@ -100,7 +110,7 @@ QStringList stemsFor(const QStringList& names)
 Renamed renameFiles(const QString& folder, const QStringList& files, const QString& base, const QString& stem)
 {
     Renamed result;
-    for (const QString& file : files) {
+    for (const QString& file : recordingsLast(files)) {
         const QString target = stem + file.sliced(base.size());
         if (target == file)
             continue;

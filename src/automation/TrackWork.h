@@ -46,8 +46,8 @@ struct Renamed
     bool operator==(const Renamed&) const = default;
 };
 
-/// Moves `files` of `folder`, whose names begin with `base`, to the same names with `stem` in its place. What lies at a
-/// target is left alone.
+/// Moves `files` of `folder`, whose names begin with `base`, to the same names with `stem` in its place,
+/// recordings last. What lies at a target is left alone.
 Renamed renameFiles(const QString& folder, const QStringList& files, const QString& base, const QString& stem);
 
 /// Writes "Tracklist.txt" into `folder`, one numbered line for each name. Gives the refusal, empty where it stands.

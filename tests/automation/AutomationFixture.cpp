@@ -63,6 +63,14 @@ AutomationFixture::AutomationFixture(int tracks)
     service.setTokenLifetime(std::chrono::hours(1));
     session.setDestination(QUrl::fromLocalFile(folder()));
     session.setToken(service.currentToken());
+    useDesktop(QDBusConnection(u"none"_s));
+}
+
+void AutomationFixture::useDesktop(const QDBusConnection& bus)
+{
+    automater.reset();
+    notifier = std::make_unique<Notifier>(bus);
+    sleep = std::make_unique<SleepInhibitor>(QDBusConnection(u"none"_s), bus);
     launch();
 }
 
@@ -74,8 +82,8 @@ void AutomationFixture::launch()
                                                                .client = client,
                                                                .clock = clock,
                                                                .ticker = ticker,
-                                                               .notifier = notifier,
-                                                               .sleep = sleep,
+                                                               .notifier = *notifier,
+                                                               .sleep = *sleep,
                                                                .endpoints = service.endpoints()});
     run().configProvider = [this] {
         return PipelineConfig{

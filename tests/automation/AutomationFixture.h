@@ -42,6 +42,8 @@ protected:
 
     /// Makes the automater anew, as at a launch of the program.
     void launch();
+    /// Makes it anew with the desktop's services behind `bus`; without this nothing answers.
+    void useDesktop(const QDBusConnection& bus);
     /// Starts a run and waits for its end.
     void runToTheEnd();
     /// Runs the event loop until `condition` holds; false after a minute.
@@ -77,8 +79,8 @@ protected:
     HttpClient client;
     TestClock clock;
     ManualTicker ticker;
-    Notifier notifier{QDBusConnection(QStringLiteral("none"))};
-    SleepInhibitor sleep{QDBusConnection(QStringLiteral("none")), QDBusConnection(QStringLiteral("none"))};
+    std::unique_ptr<Notifier> notifier;
+    std::unique_ptr<SleepInhibitor> sleep;
     RunChoices choices{.source = RunSource::download, .rename = true, .tag = true, .master = true};
     AssetSet assets{Asset::audio, Asset::lyrics, Asset::lrc, Asset::artwork};
     QString workspace;
