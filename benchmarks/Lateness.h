@@ -18,10 +18,16 @@ public:
     double percentile99() const;
     double worst() const;
 
+    /// Milliseconds of processor that this thread has used at most between two turns: how long it would have kept a
+    /// frame waiting on a machine that does nothing else.
+    double longestTurn() const { return longestTurn_; }
+
 private:
     QTimer timer_;
     QElapsedTimer watch_;
     std::vector<double> late_;
+    double usedBefore_ = 0;
+    double longestTurn_ = 0;
 };
 
 } // namespace orvane::bench
