@@ -12,11 +12,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QJsonObject toJson(const QMap<Library::Asset, QStringList>& files)
+QJsonObject toJson(const Library::FilesByAsset& files)
 {
     QJsonObject object;
-    for (auto file = files.begin(); file != files.end(); ++file)
-        object.insert(rawValue(file.key()), QJsonArray::fromStringList(file.value()));
+    for (const Library::Asset asset : Library::allAssets) {
+        if (files.contains(asset))
+            object.insert(rawValue(asset), QJsonArray::fromStringList(files[asset]));
+    }
     return object;
 }
 

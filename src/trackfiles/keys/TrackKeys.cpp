@@ -3,6 +3,8 @@
 #include "mastering/platforms/PlatformNames.h"
 #include "platform/text/Characters.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -129,14 +131,17 @@ QStringList extensions(Asset asset)
     return facts(asset).extensions;
 }
 
-std::optional<Asset> classify(const QString& fileName, const QString& folderName)
+std::optional<Asset> classify(QStringView fileName, QStringView folderName)
 {
     const qsizetype dot = extensionDot(fileName);
     if (dot < 0)
         return std::nullopt;
-    const QString extension = fileName.sliced(dot + 1).toLower();
-    const auto ifIs = [&extension](Asset asset) {
-        return facts(asset).extensions.contains(extension) ? std::optional(asset) : std::nullopt;
+    const QStringView extension = fileName.sliced(dot + 1);
+    const auto isIt = [extension](const QString& known) {
+        return known.size() == extension.size() && extension.compare(known, Qt::CaseInsensitive) == 0;
+    };
+    const auto ifIs = [isIt](Asset asset) {
+        return std::ranges::any_of(facts(asset).extensions, isIt) ? std::optional(asset) : std::nullopt;
     };
     if (folderName == u"Videos")
         return ifIs(Asset::video);
@@ -150,11 +155,16 @@ std::optional<Asset> classify(const QString& fileName, const QString& folderName
 
 QString trackKey(const QString& fileName)
 {
+    return trackKeyIn(fileName).toString();
+}
+
+QStringView trackKeyIn(QStringView fileName)
+{
     QStringView stem = withoutExtension(fileName);
     constexpr QStringView lyrics = u" lyrics";
     if (stem.endsWith(lyrics))
         stem.chop(lyrics.size());
-    return withoutPlatform(stem).toString();
+    return withoutPlatform(stem);
 }
 
 } // namespace Library

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 
 #include <array>
 #include <optional>
@@ -34,10 +35,13 @@ QString symbol(Asset asset);
 QStringList extensions(Asset asset);
 
 /// What the file of that name is, in a folder of the name `folderName`; absent where it is nothing to a track.
-std::optional<Asset> classify(const QString& fileName, const QString& folderName);
+std::optional<Asset> classify(QStringView fileName, QStringView folderName);
 
 /// The stem that the file of that name belongs to: without extension, " lyrics" and a platform in brackets.
 QString trackKey(const QString& fileName);
+
+/// As above, as the part of `fileName` that it is.
+QStringView trackKeyIn(QStringView fileName);
 
 } // namespace Library
 

@@ -1,7 +1,5 @@
 #include "trackfiles/library/Library.h"
 
-#include <QHash>
-
 #include <algorithm>
 
 namespace orvane::Library {
@@ -22,9 +20,9 @@ QList<Entry> ofKind(const QList<Entry>& entries, Entry::Kind kind)
 QSet<Asset> Entry::has() const
 {
     QSet<Asset> assets;
-    for (auto file = files.begin(); file != files.end(); ++file) {
-        if (!file->isEmpty())
-            assets.insert(file.key());
+    for (const Asset asset : allAssets) {
+        if (files.contains(asset))
+            assets.insert(asset);
     }
     return assets;
 }
@@ -32,8 +30,8 @@ QSet<Asset> Entry::has() const
 QStringList Entry::allFiles() const
 {
     QStringList all;
-    for (const QStringList& paths : files)
-        all += paths;
+    for (const Asset asset : allAssets)
+        all += files[asset];
     return all;
 }
 

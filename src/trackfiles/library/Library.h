@@ -1,10 +1,9 @@
 #pragma once
 
-#include "trackfiles/keys/TrackKeys.h"
+#include "trackfiles/library/FilesByAsset.h"
 
 #include <QDateTime>
 #include <QList>
-#include <QMap>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -28,7 +27,7 @@ struct Entry
     /// Absolute path of the folder, or of the first file of the track that was met.
     QString path;
     /// Absolute paths by what the files are, in the order in which they were met; empty for a folder.
-    QMap<Asset, QStringList> files;
+    FilesByAsset files;
     /// Sum of the sizes of the track's files; 0 for a folder.
     qint64 bytes = 0;
     /// The newest date among the track's files, or the folder's own; `distantPast` where none could be read.

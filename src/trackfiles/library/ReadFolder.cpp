@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
+#include <unordered_map>
 
 namespace orvane::Library {
 namespace {
@@ -59,12 +60,13 @@ public:
 
     void add(int parent, const char* fileName)
     {
-        const QString name = QFile::decodeName(fileName);
+        const QString path = path_ + QFile::decodeName(fileName);
+        const QStringView name = QStringView(path).sliced(path_.size());
         const auto asset = classify(name, name_);
         if (!asset)
             return;
-        Track& track = at(trackKey(name), name);
-        track.entry.files[*asset].append(path_ + name);
+        Track& track = at(trackKeyIn(name), path);
+        track.entry.files[*asset].append(path);
         struct stat found = {};
         if (::fstatat(parent, fileName, &found, 0) != 0)
             return;
@@ -90,20 +92,27 @@ private:
         std::optional<qint64> newest;
     };
 
-    Track& at(const QString& key, const QString& fileName)
+    Track& at(QStringView key, const QString& filePath)
     {
-        const auto known = places_.constFind(key);
-        if (known != places_.constEnd())
-            return tracks_[*known];
-        places_.insert(key, tracks_.size());
-        tracks_.append({.entry = {.kind = Entry::Kind::track, .name = key, .path = path_ + fileName}, .newest = {}});
+        const auto known = places_.find(key);
+        if (known != places_.end())
+            return tracks_[known->second];
+        const QString name = key.toString();
+        tracks_.append({.entry = {.kind = Entry::Kind::track, .name = name, .path = filePath}, .newest = {}});
+        places_.emplace(tracks_.last().entry.name, tracks_.size() - 1);
         return tracks_.last();
     }
+
+    struct Hash
+    {
+        std::size_t operator()(QStringView key) const { return qHash(key); }
+    };
 
     QString path_;
     QString name_;
     QList<Track> tracks_;
-    QHash<QString, qsizetype> places_;
+    /// By the text that the entry's name holds, so that a file of a known track needs no text of its own.
+    std::unordered_map<QStringView, qsizetype, Hash> places_;
 };
 
 /// A link to a folder is a file, as it is for the file viewers.
@@ -171,20 +180,22 @@ Contents read(const QString& folder)
 
     const QString prefix = path.endsWith(u'/') ? path : path + u'/';
     const int parent = ::dirfd(open.get());
-    QList<Entry> folders;
+    QList<Entry> entries;
     Tracks files(prefix, path.sliced(path.lastIndexOf(u'/') + 1));
     while (const dirent* child = nextVisible(open.get())) {
         if (isFolder(parent, *child))
-            folders.append(folderEntry(parent, prefix, child->d_name));
+            entries.append(folderEntry(parent, prefix, child->d_name));
         else
             files.add(parent, child->d_name);
     }
     if (errno != 0)
         return unlisted(name);
     QList<Entry> tracks = files.take();
-    sortNaturally(folders);
+    const QList<Asset> missing = missingAssets(tracks);
+    sortNaturally(entries);
     sortNaturally(tracks);
-    return {.entries = folders + tracks, .unreadable = false, .missing = missingAssets(tracks)};
+    entries.append(std::move(tracks));
+    return {.entries = entries, .unreadable = false, .missing = missing};
 }
 
 } // namespace orvane::Library

@@ -77,7 +77,7 @@ void moveToNewStem(const Rename& row, const QString& path, Performed& result)
 
 Source sourceOf(const Library::Entry& entry)
 {
-    const QStringList sidecars = entry.files.value(Library::Asset::lyrics);
+    const QStringList& sidecars = entry.files[Library::Asset::lyrics];
     const auto text = sidecars.isEmpty() ? std::nullopt : readText(sidecars.first());
     if (text)
         return sourceFromSidecar(*text, entry.name);

@@ -104,6 +104,14 @@ TEST(Hook, aLineOfExactly48CharactersThatRepeatsIsTheHookAndOneOf49IsPassedOver)
     EXPECT_EQ(hookOf(first + u'\n' + tooLong + u'\n' + tooLong), first);
 }
 
+TEST(Hook, aFirstLineOfExactly48CharactersStaysWholeAndOneOf49IsCut)
+{
+    const QString fits = u"When the morning comes around the corner, slowly"_s;
+    ASSERT_EQ(fits.size(), 48);
+    EXPECT_EQ(hookOf(fits), fits);
+    EXPECT_EQ(hookOf(fits + u's'), u"When the morning comes around the corner"_s);
+}
+
 TEST(Hook, aLineThatIsOnlyMarksBeforeItsCutIsNone)
 {
     const QString line = u"-!- "_s + QString(60, u'x');
