@@ -106,7 +106,12 @@ void World::tick(const QStringList& assets)
 
 bool World::startExport()
 {
-    return person.click(control(u"startButton"_s)) && services.session.downloadInProgress;
+    // On a busy machine a click is lost now and then, and a person clicks again.
+    return waitUntil([this] {
+        if (!services.session.downloadInProgress)
+            person.click(control(u"startButton"_s));
+        return services.session.downloadInProgress;
+    });
 }
 
 bool World::waitForEnd()
