@@ -12,8 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// What is taken from the system ahead of the reader.
-constexpr qint64 readAhead = 1024 * 1024;
-constexpr qsizetype pieceBytes = 256 * 1024;
+constexpr qint64 readAhead = qint64{1024} * 1024;
+constexpr qsizetype pieceBytes = qsizetype{256} * 1024;
 /// Pieces handed on before other events of the thread get their turn.
 constexpr int piecesInARow = 8;
 /// A host's further addresses get their turn after this long.

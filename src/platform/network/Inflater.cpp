@@ -33,7 +33,7 @@ struct Inflater::Stream : z_stream
     Stream(const Stream&) = delete;
     Stream& operator=(const Stream&) = delete;
 
-    std::array<char, 64 * 1024> unpacked;
+    std::array<char, std::size_t{64} * 1024> unpacked;
 };
 
 Inflater::Inflater(qint64 limit)

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// An announcement is believed for as much as this, and no more until the bytes are there.
-constexpr qint64 reservedAtOnce = 1024 * 1024;
+constexpr qint64 reservedAtOnce = qint64{1024} * 1024;
 
 class MemoryBody final : public Body
 {

@@ -37,7 +37,7 @@ class ResponseParser
 {
 public:
     /// Largest head and largest trailer, bytes.
-    static constexpr qint64 maxHeadBytes = 256 * 1024;
+    static constexpr qint64 maxHeadBytes = qint64{256} * 1024;
 
     /// Called once, when the head is complete. May throw: nothing further is then called.
     std::function<void(const ResponseHead&)> onHead;
