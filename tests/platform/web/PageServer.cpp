@@ -114,8 +114,8 @@ bool eventually(const std::function<bool()>& holds)
         else
             look.start();
     });
-    // One look at a time, since a look may run an event loop of its own; and none before this loop runs, which could not
-    // be left by it.
+    // One look at a time, since a look may run an event loop of its own; and none before this loop runs, which could
+    // not be left by it.
     look.setSingleShot(true);
     look.start(2);
     QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
