@@ -12,7 +12,7 @@ namespace orvane {
 inline void makeRoom(std::vector<double>& channel, std::size_t samples)
 {
     channel.reserve(samples);
-    constexpr std::uintptr_t pageSize = 2 * 1024 * 1024;
+    constexpr std::uintptr_t pageSize = std::uintptr_t(2) << 20;
     const auto start = (reinterpret_cast<std::uintptr_t>(channel.data()) + pageSize - 1) / pageSize * pageSize;
     const auto end = reinterpret_cast<std::uintptr_t>(channel.data() + channel.capacity());
     if (start < end)

@@ -79,7 +79,7 @@ AVChannelLayout layoutFor(const AVCodec& encoder, int channels)
 bool exceedsRiff(const AudioWriter::Settings& settings)
 {
     constexpr qint64 room = 0xFFFFFFFF - 4096;
-    return settings.expectedFrames > room / (3 * std::max(settings.channelCount, 1));
+    return settings.expectedFrames > room / (qint64(3) * std::max(settings.channelCount, 1));
 }
 
 } // namespace
