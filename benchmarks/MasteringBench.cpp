@@ -155,11 +155,11 @@ QStringList ffmpeg(const QString& input, const QStringList& options)
 
 /// Composes the track that is mastered, in a process of its own: a program's peak memory begins with what its parent
 /// held.
-void makeSources(const QString& mp3, const QString& source)
+void makeSources(double minutes, const QString& mp3, const QString& source)
 {
     const pid_t child = ::fork();
     if (child == 0) {
-        Master::write(music(4.0), rate, {.format = Master::Format::mp3}, mp3);
+        Master::write(music(minutes), rate, {.format = Master::Format::mp3}, mp3);
         Master::write(Master::read(mp3).channels, rate, {.format = Master::Format::wav}, source);
         ::_exit(0);
     }
@@ -167,24 +167,50 @@ void makeSources(const QString& mp3, const QString& source)
     ::waitpid(child, &status, 0);
 }
 
+QStringList lab(const QString& input, const QString& output, const QString& target, const QString& format)
+{
+    return {QStringLiteral(ORVANE_LAB),
+            u"master"_s,
+            input,
+            output,
+            u"--target"_s,
+            target,
+            u"--ceiling"_s,
+            u"-1"_s,
+            u"--format"_s,
+            format};
+}
+
+double mebibytesOf(double minutes)
+{
+    return minutes * 60.0 * rate * 2.0 * sizeof(double) / bytesPerMebibyte;
+}
+
+/// Time and memory by the length of the file; of an hour's it is told what the two lengths lead to.
+void benchMasterGrowth(const QTemporaryDir& folder)
+{
+    const QString mp3 = folder.filePath(u"growing.mp3"_s);
+    const QString out = folder.filePath(u"grown"_s);
+    std::vector<Cost> costs;
+    for (const double minutes : {1.0, 4.0, 16.0}) {
+        makeSources(minutes, mp3, out);
+        costs.push_back(cheapest(lab(mp3, out, u"-9"_s, u"wav"_s)));
+        const std::string name = "master MP3 to WAV, limited, " + std::to_string(int(minutes)) + " min";
+        bench::report(name, costs.back().seconds, "s");
+        bench::report(name + ", peak memory", costs.back().mebibytes, "MiB", "the signal as doubles",
+                      mebibytesOf(minutes));
+    }
+    const double perMinute = (costs[2].mebibytes - costs[0].mebibytes) / 15.0;
+    bench::report("master MP3 to WAV, limited, peak memory that 60 min lead to", costs[0].mebibytes + 59.0 * perMinute,
+                  "MiB", "the signal as doubles", mebibytesOf(60.0));
+}
+
 void benchMaster(const QTemporaryDir& folder)
 {
     const QString mp3 = folder.filePath(u"in.mp3"_s);
     const QString source = folder.filePath(u"in.wav"_s);
-    makeSources(mp3, source);
+    makeSources(4.0, mp3, source);
     const QString out = folder.filePath(u"out"_s);
-    const auto lab = [&](const QString& target, const QString& format) {
-        return QStringList{QStringLiteral(ORVANE_LAB),
-                           u"master"_s,
-                           mp3,
-                           out,
-                           u"--target"_s,
-                           target,
-                           u"--ceiling"_s,
-                           u"-1"_s,
-                           u"--format"_s,
-                           format};
-    };
     const double loudnorm =
         2.0 * cheapest(ffmpeg(mp3, {u"-af"_s, u"loudnorm=print_format=json"_s, u"-f"_s, u"null"_s, u"-"_s})).seconds;
     const double chain = cheapest(ffmpeg(mp3, {u"-af"_s, u"ebur128=peak=true"_s, u"-f"_s, u"null"_s, u"-"_s})).seconds +
@@ -192,16 +218,16 @@ void benchMaster(const QTemporaryDir& folder)
                                                out + u".wav"_s}))
                              .seconds;
     const double lame = cheapest({u"lame"_s, u"--quiet"_s, u"-q"_s, u"2"_s, u"-b"_s, u"320"_s, source, out}).seconds;
-    const Cost limited = cheapest(lab(u"-9"_s, u"wav"_s));
-    const Cost unlimited = cheapest(lab(u"-23"_s, u"wav"_s));
-    const Cost encoded = cheapest(lab(u"-9"_s, u"mp3"_s));
+    const Cost limited = cheapest(lab(mp3, out, u"-9"_s, u"wav"_s));
+    const Cost unlimited = cheapest(lab(mp3, out, u"-35"_s, u"wav"_s));
+    const Cost encoded = cheapest(lab(mp3, out, u"-9"_s, u"mp3"_s));
     bench::report("master MP3 to WAV, limited", limited.seconds, "s", "ffmpeg loudnorm, two passes", loudnorm);
     bench::report("master MP3 to WAV, limited", limited.seconds, "s", "ffmpeg ebur128 and alimiter", chain);
     bench::report("master MP3 to WAV, unlimited", unlimited.seconds, "s", "ffmpeg loudnorm, two passes", loudnorm);
     bench::report("master MP3 to WAV, unlimited", unlimited.seconds, "s", "ffmpeg ebur128 and alimiter", chain);
-    bench::report("master MP3 to MP3, limited", encoded.seconds, "s", "lame plus master to WAV",
-                  lame + limited.seconds);
-    const double signal = 4.0 * 60.0 * rate * 2.0 * sizeof(double) / bytesPerMebibyte;
+    bench::report("master MP3 to MP3, limited", encoded.seconds, "s", "1.15 times lame, and master to WAV",
+                  1.15 * lame + limited.seconds);
+    const double signal = mebibytesOf(4.0);
     bench::report("master, peak memory, limited", limited.mebibytes, "MiB", "the signal as doubles", signal);
     bench::report("master, peak memory, unlimited", unlimited.mebibytes, "MiB", "the signal as doubles", signal);
     bench::report("master to MP3, peak memory", encoded.mebibytes, "MiB", "the signal as doubles", signal);
@@ -215,6 +241,7 @@ int main(int argc, char** argv)
     const QTemporaryDir folder;
     // Processes come first, while this one is small.
     benchMaster(folder);
+    benchMasterGrowth(folder);
     benchMeasure();
     benchGrowth();
 }
