@@ -198,6 +198,21 @@ TEST(Chain, triesFourTimesAndKeepsWhatTheLastTryGives)
     EXPECT_EQ(output, plainChain(input, loudness, -1.0, rate).channels);
 }
 
+TEST(Chain, aHundredthOfADecibelAboveTheCeilingIsTolerated)
+{
+    // Peaks a quarter of a sample beside the samples, and 0.0103 dB above them.
+    const Channels input{tone(rate / 32.0, -3.0, 2.0, rate, -360.0 / 128.0)};
+    const double loudness = Master::measure(input, rate).integrated;
+    const double peak = Master::peakDB(input, rate);
+    ASSERT_NEAR(peak - Master::samplePeakDB(input), 0.0103, 0.0001);
+    Channels tolerated = input;
+    EXPECT_TRUE(apply(loudness, peak - 0.0099, tolerated, rate).limited);
+    EXPECT_EQ(tolerated, input);
+    Channels tooHigh = input;
+    EXPECT_TRUE(apply(loudness, peak - 0.01005, tooHigh, rate).limited);
+    EXPECT_NE(tooHigh, input);
+}
+
 TEST(ChainLaw, theSamplePeakNeverExceedsTheLastWorkingCeiling)
 {
     for (const double target : {-12.0, -8.0, -4.0}) {

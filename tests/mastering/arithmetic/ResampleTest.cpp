@@ -23,7 +23,8 @@ TEST(Resample, aRatioNearOneChangesNothing)
         EXPECT_EQ(resample(samples, ratio), samples) << ratio;
     EXPECT_NE(resample(samples, 1.001), samples);
     EXPECT_NE(resample(samples, 0.999), samples);
-    EXPECT_NE(resample(samples, 1.00011), samples);
+    EXPECT_NE(resample(samples, 1.0001005), samples);
+    EXPECT_NE(resample(samples, 0.9998995), samples);
 }
 
 TEST(Resample, tooFewSamplesAreReturnedAsTheyAre)
@@ -38,12 +39,14 @@ TEST(Resample, interpolatesInAStraightLine)
 {
     EXPECT_EQ(resample({0.0, 1.0, 3.0}, 0.5), (Samples{0.0, 0.5, 1.0, 2.0, 0.0, 0.0}));
     EXPECT_EQ(resample({0.0, 1.0, 2.0, 3.0, 4.0, 5.0}, 1.5), (Samples{0.0, 1.5, 3.0, 4.5}));
+    EXPECT_EQ(resample({7.0, 6.0, 5.0, 4.0, 3.0, 2.0, 1.0, 0.0}, 3.0), (Samples{7.0, 4.0}));
 }
 
 TEST(Resample, theLengthIsTruncated)
 {
     EXPECT_EQ(resample(noise(100, 0.1), 0.3).size(), 333u);
     EXPECT_EQ(resample(noise(16000, 0.1), 16000.0 / 44100.0).size(), 44100u);
+    EXPECT_EQ(resample({0.0, 1.0}, 0.0005).size(), 4000u);
 }
 
 TEST(Resample, aToneKeepsItsPitch)

@@ -33,6 +33,7 @@ TEST(TagChannels, tooFewAreRepeatedInTurnAndOfTooManyTheFirstStay)
     EXPECT_EQ(withChannelCount(stereo, 1), (Channels{{1.0}}));
     EXPECT_EQ(withChannelCount(stereo, 0), (Channels{{1.0}}));
     EXPECT_EQ(withChannelCount(stereo, 2), stereo);
+    EXPECT_EQ(withChannelCount({}, 2), Channels(2));
 }
 
 TEST(TagLevel, liesSoFarFromTheReference)
