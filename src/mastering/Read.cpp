@@ -31,12 +31,14 @@ Failure notAFormat(const QString& path)
 /// Decoded at once, while what was decoded before is measured.
 constexpr std::size_t batchLength = 65536;
 
-/// Room for as much as the file promises, if the system has as much: a promise is a hint and no more.
+/// Room for as much as the file promises, if the system has as much: a promise is a hint and no more. Of a stream
+/// whose length is estimated a little more may come, for which all that is there by then would have to move.
 void makeRoomFor(qint64 frames, Channels& channels)
 {
+    const auto room = std::size_t(frames + frames / 32);
     try {
         for (auto& channel : channels)
-            makeRoom(channel, std::size_t(frames));
+            makeRoom(channel, room);
     } catch (const std::bad_alloc&) {
     }
 }
