@@ -40,16 +40,26 @@ public:
         return folder;
     }
 
+    std::optional<QUrl> chooseFile(QWidget*, const QUrl& startingAt, const QStringList& extensions) override
+    {
+        startingPoints.append(startingAt);
+        offeredExtensions = extensions;
+        return file;
+    }
+
     /// The answer to every question: true for the first button.
     bool answer = false;
-    /// The answer of every panel.
+    /// The answer of every panel for folders, and of every one for files.
     std::optional<QUrl> folder;
+    std::optional<QUrl> file;
     /// Runs while a question is open.
     std::function<void()> whileAsking;
 
     QList<Question> questions;
     QList<Told> told;
     QList<QUrl> startingPoints;
+    /// Of the latest panel for files.
+    QStringList offeredExtensions;
 };
 
 } // namespace orvane::test

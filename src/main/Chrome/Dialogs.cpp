@@ -53,6 +53,26 @@ bool answersWith(const QPointer<QMessageBox>& box, const QPushButton* button)
     return answer;
 }
 
+// As above.
+std::optional<QUrl> chosenIn(const QPointer<QFileDialog>& panel, const QUrl& startingAt)
+{
+    panel->setDirectoryUrl(startingAt);
+    std::optional<QUrl> chosen;
+    if (panel->exec() == QDialog::Accepted && panel && !panel->selectedUrls().isEmpty())
+        chosen = panel->selectedUrls().constFirst();
+    delete panel;
+    return chosen;
+}
+
+// "*.wav *.mp3": without a name before it, such a filter is shown as it stands.
+QString filterFor(const QStringList& extensions)
+{
+    QStringList patterns;
+    for (const QString& extension : extensions)
+        patterns.append(QStringLiteral("*.") + extension);
+    return patterns.join(u' ');
+}
+
 } // namespace
 
 bool SystemDialogs::ask(QWidget* over, const Question& question)
@@ -79,12 +99,15 @@ std::optional<QUrl> SystemDialogs::chooseFolder(QWidget* over, const QUrl& start
     const QPointer<QFileDialog> panel = new QFileDialog(over, L10n::t(L10n::Key::chooseFolder));
     panel->setFileMode(QFileDialog::Directory);
     panel->setOption(QFileDialog::ShowDirsOnly);
-    panel->setDirectoryUrl(startingAt);
-    std::optional<QUrl> chosen;
-    if (panel->exec() == QDialog::Accepted && panel && !panel->selectedUrls().isEmpty())
-        chosen = panel->selectedUrls().constFirst();
-    delete panel;
-    return chosen;
+    return chosenIn(panel, startingAt);
+}
+
+std::optional<QUrl> SystemDialogs::chooseFile(QWidget* over, const QUrl& startingAt, const QStringList& extensions)
+{
+    const QPointer<QFileDialog> panel = new QFileDialog(over, L10n::t(L10n::Key::chooseFile));
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setNameFilter(filterFor(extensions));
+    return chosenIn(panel, startingAt);
 }
 
 } // namespace orvane

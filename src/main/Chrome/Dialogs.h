@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <optional>
@@ -32,6 +33,9 @@ public:
 
     /// A panel that picks a folder or makes a new one; absent when it was closed.
     virtual std::optional<QUrl> chooseFolder(QWidget* over, const QUrl& startingAt) = 0;
+
+    /// A panel that picks a file with one of the extensions, written without a dot; absent when it was closed.
+    virtual std::optional<QUrl> chooseFile(QWidget* over, const QUrl& startingAt, const QStringList& extensions) = 0;
 };
 
 /// The real ones, on QMessageBox and QFileDialog.
@@ -41,6 +45,7 @@ public:
     bool ask(QWidget* over, const Question& question) override;
     void tell(QWidget* over, const QString& text, const QString& informativeText) override;
     std::optional<QUrl> chooseFolder(QWidget* over, const QUrl& startingAt) override;
+    std::optional<QUrl> chooseFile(QWidget* over, const QUrl& startingAt, const QStringList& extensions) override;
 };
 
 } // namespace orvane

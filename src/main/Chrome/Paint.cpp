@@ -80,6 +80,26 @@ void Paint::focusRing(QPainter& painter, const QRectF& rect, double radius, cons
     box(painter, rect, radius, {}, colour, 2);
 }
 
+void Paint::cross(QPainter& painter, const QRectF& rect, const QColor& colour)
+{
+    const QRectF ends =
+        rect.adjusted(0.3 * rect.width(), 0.3 * rect.height(), -0.3 * rect.width(), -0.3 * rect.height());
+    painter.save();
+    smooth(painter).setPen(roundPen(colour, std::max(1.5, rect.width() / 8)));
+    painter.drawLine(ends.topLeft(), ends.bottomRight());
+    painter.drawLine(ends.topRight(), ends.bottomLeft());
+    painter.restore();
+}
+
+void Paint::dash(QPainter& painter, const QRectF& rect, const QColor& colour)
+{
+    const QPointF half(rect.width() / 5, 0);
+    painter.save();
+    smooth(painter).setPen(roundPen(colour, std::max(1.5, rect.width() / 8)));
+    painter.drawLine(rect.center() - half, rect.center() + half);
+    painter.restore();
+}
+
 void Paint::tick(QPainter& painter, const QRectF& rect, const QColor& colour)
 {
     const auto at = [&rect](double x, double y) {

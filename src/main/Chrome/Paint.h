@@ -26,6 +26,12 @@ void focusRing(QPainter& painter, const QRectF& rect, double radius, const QColo
 /// A check mark that fills `rect`.
 void tick(QPainter& painter, const QRectF& rect, const QColor& colour);
 
+/// A cross that fills `rect`.
+void cross(QPainter& painter, const QRectF& rect, const QColor& colour);
+
+/// A short lying stroke in the middle of `rect`.
+void dash(QPainter& painter, const QRectF& rect, const QColor& colour);
+
 /// A small down-pointing mark in the middle of `rect`.
 void chevron(QPainter& painter, const QRectF& rect, const QColor& colour);
 

@@ -61,7 +61,7 @@ public:
         state.selected = isSelected;
         state.focusable = true;
         state.focused = isSelected && bar_->hasFocus();
-        state.disabled = !bar_->isEnabled();
+        state.disabled = !bar_->isEnabled() || !bar_->items().at(index_).isEnabled;
         state.invisible = !bar_->isVisible();
         return state;
     }

@@ -83,10 +83,15 @@ int SegmentBar::selectedIndex() const
 
 void SegmentBar::choose(int index)
 {
-    if (index < 0 || index >= items_.size() || items_.at(index).tag == selectedTag_)
+    if (!canChoose(index) || items_.at(index).tag == selectedTag_)
         return;
     setSelectedTag(items_.at(index).tag);
     Q_EMIT selectionChanged(selectedTag_);
+}
+
+bool SegmentBar::canChoose(int index) const
+{
+    return index >= 0 && index < items_.size() && items_.at(index).isEnabled;
 }
 
 int SegmentBar::naturalWidth(int index) const
@@ -179,12 +184,12 @@ void SegmentBar::drawItem(QPainter& painter, int index) const
     const Item& item = items_.at(index);
     const QRect box = itemRect(index);
     const bool isSelected = item.tag == selectedTag_;
-    QColor text = isEnabled() ? Theme::textSecond : Theme::textDisabled;
+    QColor text = isEnabled() && item.isEnabled ? Theme::textSecond : Theme::textDisabled;
     if (isSelected) {
         const QColor dimmed = Paint::mixed(Theme::accent, Theme::card, 0.72);
         Paint::box(painter, box, itemRadius, isEnabled() ? Theme::accent : dimmed);
         text = isEnabled() ? Theme::onAccent : Theme::textSecond;
-    } else if (isEnabled() && item.tag == hovered_) {
+    } else if (isEnabled() && item.isEnabled && item.tag == hovered_) {
         Paint::box(painter, box, itemRadius, Theme::raisedHover);
         text = Theme::textPrimary;
     }
@@ -231,18 +236,25 @@ void SegmentBar::leaveEvent(QEvent* event)
     QWidget::leaveEvent(event);
 }
 
+int SegmentBar::nextFrom(int index, int step) const
+{
+    int next = index + step;
+    while (next >= 0 && next < items_.size() && !canChoose(next))
+        next += step;
+    return canChoose(next) ? next : std::max(0, selectedIndex());
+}
+
 int SegmentBar::indexFor(int key) const
 {
-    const int last = int(items_.size()) - 1;
     const int forward = layoutDirection() == Qt::RightToLeft ? Qt::Key_Left : Qt::Key_Right;
     const int backward = layoutDirection() == Qt::RightToLeft ? Qt::Key_Right : Qt::Key_Left;
     if (key == forward || key == Qt::Key_Down)
-        return std::min(last, selectedIndex() + 1);
+        return nextFrom(selectedIndex(), +1);
     if (key == backward || key == Qt::Key_Up)
-        return std::max(0, selectedIndex() - 1);
+        return nextFrom(selectedIndex(), -1);
     if (key == Qt::Key_Home)
-        return 0;
-    return key == Qt::Key_End ? last : -1;
+        return nextFrom(-1, +1);
+    return key == Qt::Key_End ? nextFrom(int(items_.size()), -1) : -1;
 }
 
 void SegmentBar::keyPressEvent(QKeyEvent* event)

@@ -15,6 +15,8 @@ public:
     {
         QString title;
         int tag = 0;
+        /// Can be chosen; one that cannot is shown all the same.
+        bool isEnabled = true;
 
         bool operator==(const Item&) const = default;
     };
@@ -45,8 +47,8 @@ public:
     /// The place of the selected item, else -1.
     int selectedIndex() const;
 
-    /// Chooses as the user would: sends the signal if that changes the selection. An index beyond the items does
-    /// nothing.
+    /// Chooses as the user would: sends the signal if that changes the selection. An index beyond the items, or of an
+    /// item that cannot be chosen, does nothing.
     void choose(int index);
 
     QSize sizeHint() const override;
@@ -70,6 +72,8 @@ private:
     QList<int> widths(int room) const;
     void setHovered(int tag);
     void drawItem(QPainter& painter, int index) const;
+    bool canChoose(int index) const;
+    int nextFrom(int index, int step) const;
     int indexFor(int key) const;
 
     QList<Item> items_;

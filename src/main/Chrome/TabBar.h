@@ -6,11 +6,11 @@
 #include <functional>
 
 class QScrollArea;
-class QWheelEvent;
 
 namespace orvane {
 
 class CardView;
+class SideScroller;
 class TabButton;
 
 /// The tools' tabs in a card. Where they do not fit it scrolls sideways, by wheel, trackpad and keyboard, and fades out
@@ -33,12 +33,10 @@ public:
     const QList<TabButton*>& buttons() const { return buttons_; }
 
     /// The end where the first tab is.
-    QWidget* fadeLeading() const { return fadeLeading_; }
-
+    QWidget* fadeLeading() const;
     /// The end where the last tab is.
-    QWidget* fadeTrailing() const { return fadeTrailing_; }
-
-    QScrollArea* scroller() const { return scroller_; }
+    QWidget* fadeTrailing() const;
+    QScrollArea* scroller() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -51,19 +49,13 @@ protected:
 
 private:
     void buildTrack(const QStringList& titles);
-    void buildFades();
     void choose(int index);
-    void scrollBy(const QWheelEvent& wheel);
-    void scrollIntoView(int index);
     void placeParts();
-    void updateFades();
     int indexFor(int key) const;
 
     CardView* card_;
-    QScrollArea* scroller_;
     QWidget* track_;
-    QWidget* fadeLeading_;
-    QWidget* fadeTrailing_;
+    SideScroller* row_;
     QList<TabButton*> buttons_;
     int selected_ = 0;
 };

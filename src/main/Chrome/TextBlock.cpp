@@ -1,5 +1,6 @@
 #include "main/Chrome/TextBlock.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 #include <QTextLayout>
 
@@ -46,6 +47,19 @@ QSize TextBlock::size(int width) const
     QTextLayout layout(text, font);
     layout.setTextOption(optionOf(*this));
     return whole(layOut(layout, std::max(1, width)));
+}
+
+TextBlock TextBlock::held(int width, int mostLines) const
+{
+    QTextLayout layout(text, font);
+    layout.setTextOption(optionOf(*this));
+    layOut(layout, std::max(1, width));
+    if (layout.lineCount() <= mostLines)
+        return *this;
+    const int last = layout.lineAt(mostLines - 1).textStart();
+    TextBlock shorter = *this;
+    shorter.text = text.left(last) + QFontMetrics(font).elidedText(text.mid(last), Qt::ElideRight, width);
+    return shorter;
 }
 
 QSize TextBlock::natural() const

@@ -18,6 +18,9 @@ struct TextBlock
     /// Of the layout around it; lines stand at its leading edge.
     Qt::LayoutDirection direction = Qt::LeftToRight;
 
+    /// The same in at most so many lines of `width` points: what is left out ends as "…".
+    TextBlock held(int width, int mostLines) const;
+
     /// Width of the widest line and height of all lines, in whole points, when no line may pass `width`.
     QSize size(int width) const;
     /// Size on one line.

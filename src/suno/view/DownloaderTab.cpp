@@ -8,6 +8,7 @@
 #include "main/Chrome/ElidedLabel.h"
 #include "main/Chrome/StatusPill.h"
 #include "main/Chrome/Theme.h"
+#include "main/Chrome/ToolColumn.h"
 #include "platform/async/Clock.h"
 #include "platform/desktop/Notifier.h"
 #include "platform/desktop/SleepInhibitor.h"
@@ -19,19 +20,11 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace orvane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Width of the tools' column in points.
-constexpr int columnWidth = 400;
-
-} // namespace
 
 DownloaderTab::DownloaderTab(const DownloaderServices& services, QWidget* parent)
     : QWidget(parent)
@@ -39,7 +32,7 @@ DownloaderTab::DownloaderTab(const DownloaderServices& services, QWidget* parent
     , engine_(services.client, services.clock, services.endpoints)
     , export_(services.session, engine_, services.clock)
 {
-    setMinimumWidth(columnWidth);
+    setMinimumWidth(ToolColumn::leastWidth);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
     whole->addWidget(buildColumn());
@@ -59,25 +52,13 @@ DownloaderTab::~DownloaderTab()
         services_.sleep.release();
 }
 
-QScrollArea* DownloaderTab::buildColumn()
+QWidget* DownloaderTab::buildColumn()
 {
-    auto* column = new QWidget;
-    auto* rows = new QVBoxLayout(column);
-    rows->setContentsMargins(Theme::Space::medium, Theme::Space::medium, Theme::Space::medium, Theme::Space::medium);
-    rows->setSpacing(Theme::Space::medium);
+    auto* column = new ToolColumn;
     for (QWidget* row : {buildSessionCard(), buildAssets(), buildSaveLocation(), buildStartButton()})
-        rows->addWidget(row);
-    rows->addWidget(buildProgress(), 1);
-
-    auto* scroller = new QScrollArea(this);
-    scroller->setFrameShape(QFrame::NoFrame);
-    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroller->setWidgetResizable(true);
-    scroller->setWidget(column);
-    // What lies behind the tools shows through.
-    scroller->viewport()->setAutoFillBackground(false);
-    column->setAutoFillBackground(false);
-    return scroller;
+        column->add(row);
+    column->add(buildProgress(), ToolColumn::Height::rest);
+    return column;
 }
 
 QWidget* DownloaderTab::buildSessionCard()

@@ -11,8 +11,6 @@
 
 #include <optional>
 
-class QScrollArea;
-
 namespace orvane {
 
 class AccentButton;
@@ -69,7 +67,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QScrollArea* buildColumn();
+    QWidget* buildColumn();
     QWidget* buildSessionCard();
     QWidget* buildAssets();
     QWidget* buildSaveLocation();

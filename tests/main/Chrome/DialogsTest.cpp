@@ -127,6 +127,30 @@ TEST(SystemDialogs, aChosenFolderComesBack)
     EXPECT_EQ(chosen->toLocalFile(), folder.path());
 }
 
+TEST(SystemDialogs, aChosenFileComesBack)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"tag.wav"_s);
+    QFile(path).open(QIODevice::WriteOnly);
+    whenOpen<QFileDialog>([&path](QFileDialog& panel) {
+        EXPECT_EQ(panel.fileMode(), QFileDialog::ExistingFile);
+        EXPECT_EQ(panel.nameFilters(), QStringList{u"*.wav *.mp3"_s});
+        EXPECT_EQ(panel.directory().path(), QFileInfo(path).path());
+        panel.selectFile(path);
+        static_cast<QDialog&>(panel).accept();
+    });
+    const QUrl start = QUrl::fromLocalFile(folder.path());
+    const auto chosen = SystemDialogs().chooseFile(nullptr, start, {u"wav"_s, u"mp3"_s});
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(chosen->toLocalFile(), path);
+}
+
+TEST(SystemDialogs, aClosedPanelGivesNoFile)
+{
+    whenOpen<QFileDialog>([](QFileDialog& panel) { panel.reject(); });
+    EXPECT_FALSE(SystemDialogs().chooseFile(nullptr, QUrl::fromLocalFile(QDir::tempPath()), {u"wav"_s}));
+}
+
 TEST(SystemDialogs, aClosedPanelGivesNoFolder)
 {
     whenOpen<QFileDialog>([](QFileDialog& panel) { panel.reject(); });

@@ -176,6 +176,31 @@ TEST_F(SegmentBarTest, anEmptyBarBearsEverything)
     EXPECT_EQ(changes.size(), 0);
 }
 
+TEST_F(SegmentBarTest, anItemThatCannotBeChosenIsShownAndPassedOver)
+{
+    bar.setItems({{u"WAV"_s, 10}, {u"FLAC"_s, 20, false}, {u"MP3"_s, 30}});
+    bar.setSelectedTag(10);
+    click(1);
+    EXPECT_EQ(bar.selectedTag(), 10);
+    QTest::mouseMove(&bar, bar.itemRect(1).center());
+    EXPECT_EQ(groundOf(1), Theme::field);
+    QTest::keyClick(&bar, Qt::Key_Right);
+    EXPECT_EQ(bar.selectedTag(), 30);
+    QTest::keyClick(&bar, Qt::Key_Left);
+    EXPECT_EQ(bar.selectedTag(), 10);
+}
+
+TEST_F(SegmentBarTest, noKeyChoosesAnItemThatCannotBeChosenAtTheEnd)
+{
+    bar.setItems({{u"WAV"_s, 10}, {u"FLAC"_s, 20, false}});
+    bar.setSelectedTag(10);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_End}) {
+        QTest::keyClick(&bar, key);
+        EXPECT_EQ(bar.selectedTag(), 10);
+    }
+    EXPECT_EQ(changes.size(), 0);
+}
+
 TEST_F(SegmentBarTest, aDisabledOneIsDimmedAndDeaf)
 {
     const qint64 bright = brightnessOf(pictureOf(bar));
