@@ -6,6 +6,7 @@
 #include "main/Window/MainController.h"
 #include "main/Window/MainMenu.h"
 #include "main/Window/ProgramServices.h"
+#include "main/Window/WindowTitle.h"
 #include "suno/view/SunoTab.h"
 
 #include <QApplication>
@@ -61,6 +62,8 @@ void AppDelegate::buildWindow()
     controller_ = new MainController(services_, window_);
     controller_->setMinimumSize(leastContent);
     window_->setCentralWidget(controller_);
+    connect(controller_, &MainController::progressChanged, window_,
+            [this](std::optional<double> share) { window_->setWindowTitle(windowTitle(programName, share)); });
 }
 
 void AppDelegate::buildMenu()

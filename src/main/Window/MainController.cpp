@@ -1,5 +1,6 @@
 #include "main/Window/MainController.h"
 
+#include "automation/view/AutomaterTab.h"
 #include "main/App/L10n.h"
 #include "main/Chrome/PrimaryAction.h"
 #include "main/Chrome/TabBar.h"
@@ -8,25 +9,39 @@
 #include "suno/view/DownloaderTab.h"
 #include "suno/view/SunoTab.h"
 
+#include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
 namespace orvane {
+namespace {
+
+constexpr int downloaderPane = 0;
+
+} // namespace
 
 MainController::MainController(ProgramServices& services, QWidget* parent)
     : QWidget(parent)
     , services_(services)
 {
+    buildSuno();
+    buildDownloader();
+    buildAutomater();
     buildPanes();
     buildToolsColumn();
     buildHalves();
-    selectTab(0);
+    connectAutomater();
+    selectTab(downloaderPane);
 }
 
-void MainController::buildPanes()
+void MainController::buildSuno()
 {
     suno_ = new SunoTab(services_.profile, services_.session, services_.preferences, services_.endpoints, this);
+}
+
+void MainController::buildDownloader()
+{
     const DownloaderServices forDownloader{
         .session = services_.session,
         .client = services_.client,
@@ -37,9 +52,43 @@ void MainController::buildPanes()
         .endpoints = services_.endpoints,
     };
     downloader_ = new DownloaderTab(forDownloader, this);
+}
+
+void MainController::buildAutomater()
+{
+    const AutomationServices forAutomater{
+        .session = services_.session,
+        .preferences = services_.preferences,
+        .client = services_.client,
+        .clock = services_.clock,
+        .ticker = services_.ticker,
+        .notifier = services_.notifier,
+        .sleep = services_.sleep,
+        .endpoints = services_.endpoints,
+    };
+    automater_ = new AutomaterTab(forAutomater, services_.dialogs, this);
+}
+
+void MainController::buildPanes()
+{
     panes_ = {
         {.title = L10n::t(L10n::Key::tabDownloader), .view = downloader_, .onShow = [](QWidget*) {}},
+        {.title = L10n::t(L10n::Key::tabAutomater),
+         .view = automater_,
+         .onShow = [this](QWidget*) { automater_->refresh(); }},
     };
+}
+
+void MainController::connectAutomater()
+{
+    const auto config = [this] { return std::optional(downloader_->pipelineConfig()); };
+    Automater& automater = automater_->automater();
+    automater.run().configProvider = config;
+    automater.run().onOpenFolder = [](const QUrl& folder) { QDesktopServices::openUrl(folder); };
+    automater_->goToTab = [this](int pane) { selectTab(pane); };
+    automater_->setPrerequisites(makePrerequisites(services_.session, config, downloaderPane));
+    connect(automater_, &AutomaterTab::progressChanged, this, &MainController::progressChanged);
+    automater.resumeWatching();
 }
 
 void MainController::buildToolsColumn()

@@ -6,11 +6,13 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 class QStackedLayout;
 
 namespace orvane {
 
+class AutomaterTab;
 class DownloaderTab;
 class SunoTab;
 class TabBar;
@@ -46,6 +48,8 @@ public:
 
     DownloaderTab& downloader() { return *downloader_; }
 
+    AutomaterTab& automater() { return *automater_; }
+
     /// Selects a tool in the tab bar and shows it; an index outside the panes does nothing.
     void selectTab(int index);
     /// Shows one pane and hides the others; an index outside the panes does nothing.
@@ -60,14 +64,23 @@ public:
     void zoomSuno(int delta);
     void resetSunoZoom();
 
+Q_SIGNALS:
+    /// How far the work is that a person waits for, from 0 to 1; absent when none goes.
+    void progressChanged(std::optional<double> share);
+
 private:
+    void buildSuno();
+    void buildDownloader();
+    void buildAutomater();
     void buildPanes();
+    void connectAutomater();
     void buildToolsColumn();
     void buildHalves();
 
     ProgramServices& services_;
     SunoTab* suno_;
     DownloaderTab* downloader_;
+    AutomaterTab* automater_;
     QList<Pane> panes_;
     QWidget* rightStack_;
     TabBar* tabs_;

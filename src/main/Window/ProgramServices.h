@@ -5,6 +5,7 @@
 #include "main/App/Session.h"
 #include "main/Chrome/Dialogs.h"
 #include "platform/async/Clock.h"
+#include "platform/async/Ticker.h"
 #include "platform/desktop/Notifier.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/network/HttpClient.h"
@@ -40,6 +41,8 @@ struct ProgramServices
     Preferences preferences;
     Session session;
     SystemClock clock;
+    /// The library watcher's.
+    SystemTicker ticker;
     HttpClient client;
     Dialogs& dialogs;
     Notifier notifier;
