@@ -2,6 +2,7 @@
 
 #include "main/Chrome/Paint.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -16,6 +17,7 @@ QLabel* plainLabel(const QString& text, const QFont& font, QWidget* parent)
     label->setText(text);
     label->setFont(font);
     label->setWordWrap(true);
+    label->setAlignment(leadingEdge());
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, Theme::textSecond);
     label->setPalette(palette);
@@ -23,6 +25,18 @@ QLabel* plainLabel(const QString& text, const QFont& font, QWidget* parent)
 }
 
 } // namespace
+
+Qt::Alignment leadingEdge()
+{
+    const bool isMirrored = QGuiApplication::isRightToLeft();
+    return Qt::AlignAbsolute | Qt::AlignVCenter | (isMirrored ? Qt::AlignRight : Qt::AlignLeft);
+}
+
+Qt::Alignment trailingEdge()
+{
+    const bool isMirrored = QGuiApplication::isRightToLeft();
+    return Qt::AlignAbsolute | Qt::AlignVCenter | (isMirrored ? Qt::AlignLeft : Qt::AlignRight);
+}
 
 QLabel* makeHeading(const QString& text, QWidget* parent)
 {

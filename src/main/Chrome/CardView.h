@@ -44,6 +44,11 @@ private:
     double radius_ = Theme::Radius::card;
 };
 
+/// Where a line begins and where it ends in the layout, whatever script its text is written in: a text that is not
+/// translated stands with those that are.
+Qt::Alignment leadingEdge();
+Qt::Alignment trailingEdge();
+
 /// The heading of a section, as cards show it.
 QLabel* makeHeading(const QString& text, QWidget* parent = nullptr);
 /// A note in small type that wraps and shows its text as it stands.
