@@ -186,7 +186,8 @@ void ModuleCard::drawTexts(QPainter& painter) const
         rest.setTop(rest.top() + block.size(static_cast<int>(rest.width())).height() + Theme::Space::tight);
     };
     draw(module_.title, nameFont(), module_.isTicked ? Theme::textPrimary : Theme::textSecond);
-    draw(module_.summary, Theme::small(), Theme::textSecond);
+    // No line ends in the middle of a figure or of a format's name.
+    draw(QString(module_.summary).replace(u'-', QChar(0x2011)), Theme::small(), Theme::textSecond);
 
     const QFont small = Theme::small();
     const QRect line(room().left(), room().bottom() + 1 - lineHeight(small), room().width(), lineHeight(small));

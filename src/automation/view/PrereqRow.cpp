@@ -1,8 +1,8 @@
 #include "automation/view/PrereqRow.h"
 
 #include "automation/view/LightView.h"
+#include "main/Chrome/CardView.h"
 #include "main/Chrome/ElidedLabel.h"
-#include "main/Chrome/Theme.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -23,6 +23,7 @@ PrereqRow::PrereqRow(QWidget* parent)
     title_->setObjectName(u"title"_s);
     title_->setTextFormat(Qt::PlainText);
     title_->setWordWrap(true);
+    title_->setAlignment(leadingEdge());
     detail_->setObjectName(u"detail"_s);
     detail_->setFont(Theme::small());
     fixButton_->setObjectName(u"fix"_s);

@@ -63,7 +63,7 @@ StageDetails::StageDetails(QWidget* parent)
     , column_(new QVBoxLayout(this))
     , row_(new StageRow(this))
 {
-    column_->setContentsMargins({});
+    column_->setContentsMargins(0, Theme::Space::tight, 0, 0);
     column_->setSpacing(Theme::Space::small);
     column_->addWidget(row_);
     buildSummaries();

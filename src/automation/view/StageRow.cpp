@@ -20,7 +20,7 @@ StageRow::StageRow(QWidget* parent)
     name_->setTextFormat(Qt::PlainText);
     name_->setFont(Theme::font(13, QFont::DemiBold));
     note_->setObjectName(u"stageNote"_s);
-    note_->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    note_->setAlignment(trailingEdge());
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->setSpacing(Theme::Space::small);
