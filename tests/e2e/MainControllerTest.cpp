@@ -1,5 +1,6 @@
 #include "main/Window/MainController.h"
 
+#include "automation/view/AutomaterTab.h"
 #include "main/Chrome/TabBar.h"
 #include "platform/web/WebPage.h"
 #include "suno/view/DownloaderTab.h"
@@ -41,8 +42,9 @@ TEST_F(MainControllerTest, theToolsHaveTheirColumnAndTheSiteTheRest)
 
 TEST_F(MainControllerTest, theToolsStandInTheirOrder)
 {
-    EXPECT_EQ(open().controller().paneTitles(), QStringList{u"Downloader"_s});
+    EXPECT_EQ(open().controller().paneTitles(), (QStringList{u"Downloader"_s, u"Automater"_s}));
     EXPECT_EQ(world->controller().panes().first().view, &world->controller().downloader());
+    EXPECT_EQ(world->controller().panes().last().view, &world->controller().automater());
     EXPECT_EQ(world->controller().selected(), 0);
 }
 
@@ -76,6 +78,29 @@ TEST_F(MainControllerTest, doItPressesTheDownloadersButton)
 {
     open().controller().doPrimaryAction();
     EXPECT_TRUE(world->logHas(u"No Suno session yet — open the Suno tab and sign in first."_s));
+}
+
+TEST_F(MainControllerTest, theAutomaterAsksTheDownloaderWhatToDoAndLeadsToIt)
+{
+    MainController& controller = open().controller();
+    AutomaterRun& run = controller.automater().automater().run();
+    ASSERT_TRUE(run.configProvider);
+    EXPECT_EQ(run.configProvider(), controller.downloader().pipelineConfig());
+    EXPECT_EQ(run.livePrerequisites().size(), 3);
+    controller.step(-1);
+    EXPECT_TRUE(controller.automater().isVisible());
+    controller.automater().goToTab(0);
+    EXPECT_TRUE(controller.downloader().isVisible());
+}
+
+TEST_F(MainControllerTest, theTitleSaysHowFarARunIs)
+{
+    AutomaterRun& run = open().controller().automater().automater().run();
+    Q_EMIT run.runningChanged(true);
+    Q_EMIT run.stageChanged(Stage::rename, StageState::running());
+    EXPECT_EQ(world->delegate.window()->windowTitle(), u"33% — Orvane"_s);
+    Q_EMIT run.runningChanged(false);
+    EXPECT_EQ(world->delegate.window()->windowTitle(), u"Orvane"_s);
 }
 
 TEST_F(MainControllerTest, theKeyOfDoItReachesTheDownloader)
