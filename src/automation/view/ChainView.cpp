@@ -43,6 +43,7 @@ void ChainView::addCard(QHBoxLayout* stack, const Module& module)
         if (onToggle)
             onToggle(index, isTicked);
     };
+    card->installEventFilter(this);
     stack->addWidget(card);
     cards_.append(card);
 }
@@ -112,6 +113,19 @@ int ChainView::indexFor(int key) const
     if (key == Qt::Key_Home)
         return 0;
     return key == Qt::Key_End ? last : -1;
+}
+
+bool ChainView::eventFilter(QObject* watched, QEvent* event)
+{
+    // The scroll area between would take the arrow keys for itself.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (indexFor(key->key()) >= 0) {
+            keyPressEvent(key);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void ChainView::keyPressEvent(QKeyEvent* event)

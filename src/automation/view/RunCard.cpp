@@ -208,7 +208,7 @@ bool RunCard::isPlanShown() const
 
 void RunCard::showPlan(const QString& plan)
 {
-    planLabel_->setText(plan);
+    planLabel_->setText(breakable(plan));
     planCard_->setVisible(!plan.isEmpty());
     planButton_->setChecked(!plan.isEmpty());
 }

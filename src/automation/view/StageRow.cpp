@@ -37,7 +37,7 @@ void StageRow::setName(const QString& name)
 void StageRow::apply(const StageState& state)
 {
     mark_->setState(state.kind);
-    note_->setText(StageLook::noteOf(state));
+    note_->setText(breakable(StageLook::noteOf(state)));
     QPalette palette = note_->palette();
     palette.setColor(QPalette::WindowText, StageLook::colourOf(state.kind));
     note_->setPalette(palette);

@@ -89,7 +89,7 @@ void WatchCard::setSettings(bool isOn, int minutes)
 void WatchCard::updateStatus()
 {
     if (statusProvider)
-        watchStatus_->setText(statusProvider());
+        watchStatus_->setText(breakable(statusProvider()));
 }
 
 void WatchCard::changed()

@@ -10,6 +10,9 @@
 namespace orvane {
 namespace {
 
+constexpr QChar mayBreakHere(0x200B);
+constexpr int longestPiece = 12;
+
 QLabel* plainLabel(const QString& text, const QFont& font, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -36,6 +39,21 @@ Qt::Alignment trailingEdge()
 {
     const bool isMirrored = QGuiApplication::isRightToLeft();
     return Qt::AlignAbsolute | Qt::AlignVCenter | (isMirrored ? Qt::AlignLeft : Qt::AlignRight);
+}
+
+QString breakable(const QString& text)
+{
+    QString broken;
+    int sinceBreak = 0;
+    for (const QChar character : text) {
+        sinceBreak = character.isSpace() ? 0 : sinceBreak + 1;
+        if (sinceBreak > longestPiece && !character.isLowSurrogate() && !character.isMark()) {
+            broken += mayBreakHere;
+            sinceBreak = 1;
+        }
+        broken += character;
+    }
+    return broken;
 }
 
 QLabel* makeHeading(const QString& text, QWidget* parent)

@@ -49,6 +49,9 @@ private:
 Qt::Alignment leadingEdge();
 Qt::Alignment trailingEdge();
 
+/// The text with places to break inside words that no line would hold, such as paths: for labels that wrap.
+QString breakable(const QString& text);
+
 /// The heading of a section, as cards show it.
 QLabel* makeHeading(const QString& text, QWidget* parent = nullptr);
 /// A note in small type that wraps and shows its text as it stands.

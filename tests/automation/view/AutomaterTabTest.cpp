@@ -7,6 +7,7 @@
 #include "main/Chrome/PopUpButton.h"
 #include "main/Chrome/ProgressLine.h"
 #include "main/Chrome/SegmentBar.h"
+#include "main/Chrome/Theme.h"
 #include "main/Chrome/TickBox.h"
 #include "tests/automation/view/AutomaterTabFixture.h"
 

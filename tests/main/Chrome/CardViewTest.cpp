@@ -93,5 +93,23 @@ TEST(Hairline, isOnePointOfTheOutlinesColour)
     EXPECT_EQ(standing.width(), 1);
 }
 
+TEST(CardView, onlyLongWordsGetPlacesToBreak)
+{
+    const QString plain = u"stopped 3 of 12, no session yet"_s;
+    EXPECT_EQ(breakable(plain), plain);
+    const QString path = u"no tracks in "_s + QString(40, u'w');
+    QString whole = breakable(path);
+    for (const QString& piece : whole.split(QChar(0x200B)))
+        EXPECT_LE(piece.section(u' ', -1).size(), 12);
+    EXPECT_EQ(whole.remove(QChar(0x200B)), path);
+}
+
+TEST(CardView, noCharacterIsBrokenInTwo)
+{
+    const QString faces = QString(u"\U0001F600"_s).repeated(20);
+    for (const QString& piece : breakable(faces).split(QChar(0x200B)))
+        EXPECT_TRUE(piece.isValidUtf16());
+}
+
 } // namespace
 } // namespace orvane::test
