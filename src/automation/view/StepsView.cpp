@@ -57,6 +57,8 @@ QBoxLayout* StepsView::buildColumn(Stage stage)
     auto* label = new QLabel(ChainTexts::shortNameOf(stage), this);
     label->setFont(Theme::font(10, QFont::Medium));
     label->setAlignment(Qt::AlignCenter);
+    // The six share the width evenly, also in a font so large that a name is cut.
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     tint(*label, Theme::textSecond);
 
     auto* column = new QVBoxLayout;
