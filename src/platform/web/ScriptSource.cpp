@@ -31,7 +31,7 @@ QString literal(const QJsonValue& value)
     return QString::fromUtf8(list) + u"[0]"_s;
 }
 
-bool isIdentifier(const QString& name)
+[[maybe_unused]] bool isIdentifier(const QString& name)
 {
     static const QRegularExpression pattern(u"^[A-Za-z_][A-Za-z0-9_]*$"_s);
     return pattern.match(name).hasMatch();
