@@ -1,6 +1,7 @@
 #include "mastering/Write.h"
 
 #include "main/App/L10n.h"
+#include "mastering/Codec.h"
 #include "mastering/Failure.h"
 #include "platform/filesystem/AtomicFile.h"
 #include "platform/sound/AudioWriter.h"
@@ -11,22 +12,6 @@ namespace orvane::Master {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-AudioCodec codecOf(Format format)
-{
-    switch (format) {
-    case Format::flac:
-        return AudioCodec::Flac24;
-    case Format::alac:
-        return AudioCodec::Alac24;
-    case Format::aac:
-        return AudioCodec::Aac256;
-    case Format::wav:
-    case Format::mp3:
-        break;
-    }
-    return AudioCodec::Wav24;
-}
 
 AudioWriter::Settings settingsFor(const Channels& channels, double sampleRate, Format format)
 {

@@ -19,7 +19,7 @@ double fadeAt(std::int64_t position, std::int64_t length)
 }
 
 /// Adds what of the tag's channel, laid at frame `hit`, falls between the frames `start` and `end`.
-void addTag(std::vector<double>& target, const std::vector<double>& tag, std::int64_t hit, std::int64_t start,
+void addTag(std::span<double> target, const std::vector<double>& tag, std::int64_t hit, std::int64_t start,
             std::int64_t end)
 {
     const auto length = std::int64_t(tag.size());
@@ -53,13 +53,23 @@ Channels atLevel(Channels tag, double level, double reference, double sampleRate
 
 void stamp(Channels& channels, const Channels& tag, std::span<const std::int64_t> hits, std::int64_t bufferStart)
 {
-    if (isEmpty(tag) || isEmpty(channels))
+    if (!isEmpty(channels))
+        stamp(channels, 0, channels.front().size(), tag, hits, bufferStart);
+}
+
+void stamp(Channels& channels, std::size_t first, std::size_t end, const Channels& tag,
+           std::span<const std::int64_t> hits, std::int64_t bufferStart)
+{
+    if (isEmpty(tag) || first >= end)
         return;
-    const std::int64_t end = bufferStart + std::int64_t(channels.front().size());
+    const std::int64_t bufferEnd = bufferStart + std::int64_t(end - first);
     const auto tagEnd = std::int64_t(tag.front().size());
     for (const std::int64_t hit : hits) {
-        for (std::size_t channel = 0; channel < channels.size(); ++channel)
-            addTag(channels[channel], tag[channel % tag.size()], hit, bufferStart, std::min(end, hit + tagEnd));
+        for (std::size_t channel = 0; channel < channels.size(); ++channel) {
+            const std::size_t length = channels[channel].size();
+            const auto target = std::span(channels[channel]).subspan(std::min(first, length));
+            addTag(target, tag[channel % tag.size()], hit, bufferStart, std::min(bufferEnd, hit + tagEnd));
+        }
     }
 }
 

@@ -20,4 +20,8 @@ Channels atLevel(Channels tag, double level, double reference, double sampleRate
 /// of the first sample in `channels`; what lies outside them is left out. Overlapping hits add up.
 void stamp(Channels& channels, const Channels& tag, std::span<const std::int64_t> hits, std::int64_t bufferStart);
 
+/// As above, to the frames of `channels` from `first` up to `end` alone; `bufferStart` is that of `first`.
+void stamp(Channels& channels, std::size_t first, std::size_t end, const Channels& tag,
+           std::span<const std::int64_t> hits, std::int64_t bufferStart);
+
 } // namespace orvane::Master

@@ -239,4 +239,90 @@ double jitterUnit(std::int64_t seed, int step)
     return double(state >> 33) / 2147483648.0;
 }
 
+Samples resample(const Samples& x, double ratio)
+{
+    if (!(ratio > 0) || !(std::abs(ratio - 1) > 0.0001) || x.size() < 2 || double(x.size()) / ratio < 2)
+        return x;
+    Samples y(std::size_t(double(x.size()) / ratio), 0.0);
+    for (std::size_t i = 0; i < y.size(); ++i) {
+        const double p = double(i) * ratio;
+        const auto k = std::size_t(p);
+        const double f = p - double(k);
+        if (k + 1 < x.size())
+            y[i] = (1 - f) * x[k] + f * x[k + 1];
+    }
+    return y;
+}
+
+Samples stretch(const Samples& x, double ratio)
+{
+    if (!(ratio > 0) || !(std::abs(ratio - 1) > 0.0001) || x.size() <= 8192 || std::lround(ratio * 1024.0) < 1)
+        return x;
+    const auto count = long(x.size());
+    const long inputHop = std::lround(ratio * 1024.0);
+    const long outLength = long(double(count) / ratio) + 2048;
+    Samples sum(std::size_t(outLength), 0.0);
+    Samples weight(std::size_t(outLength), 0.0);
+    const auto at = [](auto& values, long index) -> auto&
+    {
+        return values[std::size_t(index)];
+    };
+    long inPos = 0;
+    long outPos = 0;
+    for (; inPos + 2048 + 220 < count && outPos + 2048 < outLength; inPos += inputHop, outPos += 1024) {
+        long best = inPos;
+        double bestScore = -std::numeric_limits<double>::infinity();
+        for (long c = std::max(inPos - 220, 0L); outPos > 0 && c <= std::min(inPos + 220, count - 2048); c += 8) {
+            double score = 0.0;
+            for (long k = 0; k < 1024; k += 4)
+                score += at(sum, outPos + k) * at(x, c + k);
+            if (score > bestScore) {
+                bestScore = score;
+                best = c;
+            }
+        }
+        for (long k = 0; k < 2048; ++k) {
+            const double w = std::sqrt(2.0 / 3.0) * (1.0 - std::cos(2.0 * std::numbers::pi * double(k) / 2048.0));
+            at(sum, outPos + k) += at(x, best + k) * w;
+            at(weight, outPos + k) += w;
+        }
+    }
+    sum.resize(std::size_t(std::min(outLength, outPos + 1024)));
+    for (std::size_t i = 0; i < sum.size(); ++i)
+        sum[i] = weight[i] > 0.0001 ? sum[i] / weight[i] : sum[i];
+    return sum;
+}
+
+Samples pitchShift(const Samples& x, int semitones)
+{
+    if (semitones == 0 || x.size() < 8193)
+        return x;
+    const double r = std::exp2(semitones / 12.0);
+    return stretch(resample(x, r), 1 / r);
+}
+
+void apply(double target, double ceiling, Channels& channels, double rate)
+{
+    const double integrated = measure(channels, rate).integrated;
+    if (!std::isfinite(integrated))
+        return;
+    for (Samples& channel : channels) {
+        for (double& sample : channel)
+            sample *= std::pow(10, (target - integrated) / 20);
+    }
+    const auto peak = [&] { return measure(channels, rate).truePeak; };
+    if (peak() <= ceiling)
+        return;
+    const Channels gained = channels;
+    double c = ceiling;
+    for (int t = 0; t <= 3; ++t) {
+        channels = gained;
+        limit(channels, c, rate);
+        const double m = peak();
+        if (m <= ceiling + 0.01)
+            return;
+        c -= std::max(m - ceiling, 0.02);
+    }
+}
+
 } // namespace orvane::test::Reference

@@ -27,6 +27,12 @@ Master::Reading measure(const Channels& channels, double rate);
 
 void limit(Channels& channels, double ceiling, double rate);
 
+void apply(double target, double ceiling, Channels& channels, double rate);
+
+Samples resample(const Samples& samples, double ratio);
+Samples stretch(const Samples& samples, double ratio);
+Samples pitchShift(const Samples& samples, int semitones);
+
 Samples slidingMaximum(const Samples& values, std::size_t length);
 
 /// The generator of the scattered hits: its number of `step`, 0 for the first.

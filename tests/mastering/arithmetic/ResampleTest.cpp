@@ -42,6 +42,13 @@ TEST(Resample, interpolatesInAStraightLine)
     EXPECT_EQ(resample({7.0, 6.0, 5.0, 4.0, 3.0, 2.0, 1.0, 0.0}, 3.0), (Samples{7.0, 4.0}));
 }
 
+TEST(Resample, whatLiesAtTheLastSampleOrPastItStaysZero)
+{
+    EXPECT_EQ(resample({1.0, 1.0, 1.0, 1.0}, 0.5), (Samples{1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 0.0, 0.0}));
+    EXPECT_EQ(resample({1.0, 1.0, 1.0, 1.0}, 0.75), (Samples{1.0, 1.0, 1.0, 1.0, 0.0}));
+    EXPECT_EQ(resample({1.0, 1.0, 1.0, 1.0, 1.0}, 2.0), (Samples{1.0, 1.0}));
+}
+
 TEST(Resample, theLengthIsTruncated)
 {
     EXPECT_EQ(resample(noise(100, 0.1), 0.3).size(), 333u);

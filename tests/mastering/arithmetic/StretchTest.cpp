@@ -1,11 +1,11 @@
 #include "mastering/arithmetic/Stretch.h"
 
+#include "tests/mastering/arithmetic/Reference.h"
 #include "tests/mastering/arithmetic/Signals.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
-#include <numbers>
 
 using namespace orvane;
 using namespace orvane::test;
@@ -15,44 +15,6 @@ using Master::stretch;
 namespace {
 
 constexpr double rate = 44100.0;
-
-/// The definition, written down as plainly as it can be.
-Samples plainStretch(const Samples& x, double ratio)
-{
-    const auto count = long(x.size());
-    const long inputHop = std::lround(ratio * 1024.0);
-    const long outLength = long(double(count) / ratio) + 2048;
-    Samples sum(std::size_t(outLength), 0.0);
-    Samples weight(std::size_t(outLength), 0.0);
-    const auto at = [](auto& values, long index) -> auto&
-    {
-        return values[std::size_t(index)];
-    };
-    long inPos = 0;
-    long outPos = 0;
-    for (; inPos + 2048 + 220 < count && outPos + 2048 < outLength; inPos += inputHop, outPos += 1024) {
-        long best = inPos;
-        double bestScore = -std::numeric_limits<double>::infinity();
-        for (long c = std::max(inPos - 220, 0L); outPos > 0 && c <= std::min(inPos + 220, count - 2048); c += 8) {
-            double score = 0.0;
-            for (long k = 0; k < 1024; k += 4)
-                score += at(sum, outPos + k) * at(x, c + k);
-            if (score > bestScore) {
-                bestScore = score;
-                best = c;
-            }
-        }
-        for (long k = 0; k < 2048; ++k) {
-            const double w = std::sqrt(2.0 / 3.0) * (1.0 - std::cos(2.0 * std::numbers::pi * double(k) / 2048.0));
-            at(sum, outPos + k) += at(x, best + k) * w;
-            at(weight, outPos + k) += w;
-        }
-    }
-    sum.resize(std::size_t(std::min(outLength, outPos + 1024)));
-    for (std::size_t i = 0; i < sum.size(); ++i)
-        sum[i] = weight[i] > 0.0001 ? sum[i] / weight[i] : sum[i];
-    return sum;
-}
 
 /// Frequency of a tone, by where it rises through zero.
 double frequencyOf(const Samples& samples)
@@ -77,7 +39,7 @@ TEST(Stretch, isThePlainDefinitionToTheBit)
     for (const double ratio : {0.5, 0.8, 0.92, 0.9995, 1.03, 1.08, 1.2, 2.7}) {
         for (const Samples& samples : {music(1.5, rate, 1).front(), noise(60'000, 0.3), silence(30'000),
                                        tone(1000.0, -6.0, 1.0, rate), noise(8193, 0.3)})
-            EXPECT_EQ(stretch(samples, ratio), plainStretch(samples, ratio)) << ratio << " of " << samples.size();
+            EXPECT_EQ(stretch(samples, ratio), Reference::stretch(samples, ratio)) << ratio << " of " << samples.size();
     }
 }
 
