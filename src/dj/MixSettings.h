@@ -32,6 +32,8 @@ struct MixSettings
     /// Whether a track keeps its pitch when its tempo changes; otherwise it is played faster or slower like a record.
     bool preservePitch = true;
     Master::Format format = Master::Format::wav;
+    /// Counts for MP3 alone.
+    Master::MP3Rate mp3Rate = Master::MP3Rate::v320;
 
     bool operator==(const MixSettings&) const = default;
 };

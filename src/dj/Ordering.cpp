@@ -11,6 +11,8 @@
 
 namespace orvane::DJ {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr double costOfKeyStep = 3.0;
@@ -74,6 +76,11 @@ L10n::Key labelOf(Ordering ordering)
     constexpr std::array labels{L10n::Key::djOrderEnergy, L10n::Key::djOrderKey, L10n::Key::djOrderShuffle,
                                 L10n::Key::djOrderListed};
     return labels.at(std::size_t(ordering));
+}
+
+QString lengthText(int minutes)
+{
+    return minutes < 1 ? L10n::t(L10n::Key::djLengthAll) : u"~%1 min"_s.arg(minutes);
 }
 
 Set order(const Set& set, Ordering style)

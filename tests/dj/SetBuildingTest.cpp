@@ -352,6 +352,16 @@ TEST(Trim, withoutMinutesOrUnderOneKeepsTheWholeSet)
     EXPECT_EQ(DJ::trim(set, -5), set);
 }
 
+TEST(Trim, theChoicesAreEverythingAndAboutHalfAnHourAnHourAndAnHourAndAHalf)
+{
+    std::vector<std::string> texts;
+    for (const int minutes : DJ::setLengths)
+        texts.push_back(DJ::lengthText(minutes).toStdString());
+    EXPECT_THAT(texts, ElementsAre("Everything", "~30 min", "~60 min", "~90 min"));
+    EXPECT_EQ(DJ::trim(manyTracks(9), DJ::setLengths[0]).size(), 9);
+    EXPECT_EQ(DJ::trim(manyTracks(9), DJ::setLengths[3]).size(), 5);
+}
+
 TEST(Analysis, isEqualByAllItsFields)
 {
     const Analysis whole = track(u"a"_s);
