@@ -36,6 +36,7 @@ QJsonValue crate(const QStringList& arguments);
 QJsonValue decode(const QStringList& arguments);
 QJsonValue master(const QStringList& arguments);
 QJsonValue measure(const QStringList& arguments);
+QJsonValue mix(const QStringList& arguments);
 QJsonValue name(const QStringList& arguments);
 QJsonValue order(const QStringList& arguments);
 QJsonValue pitch(const QStringList& arguments);

@@ -16,6 +16,11 @@ std::span<const Verb> verbs()
              "[--tag FILE --level DB --placement N]",
              master},
         Verb{"measure", "FILE", measure},
+        Verb{"mix",
+             "FOLDER FILE... [--name NAME] [--crossfade SECONDS] [--stretch FRACTION] [--nudge SEMITONES] "
+             "[--no-match] [--no-level] [--no-sweep] [--no-fade] [--no-preserve-pitch] "
+             "[--format wav|flac|alac|aac|mp3] [--rate 128|192|256|320] [--tag FILE --level DB --placement N]",
+             mix},
         Verb{"name", "FOLDER [--pattern ID] [--perform]", name},
         Verb{"order", "FILE... [--style energyArc|keyJourney|shuffle|asListed]", order},
         Verb{"pitch", "IN OUT SEMITONES", pitch},
