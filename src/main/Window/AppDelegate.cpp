@@ -62,8 +62,10 @@ void AppDelegate::buildWindow()
     controller_ = new MainController(services_, window_);
     controller_->setMinimumSize(leastContent);
     window_->setCentralWidget(controller_);
-    connect(controller_, &MainController::progressChanged, window_,
-            [this](std::optional<double> share) { window_->setWindowTitle(windowTitle(programName, share)); });
+    connect(controller_, &MainController::progressChanged, window_, [this](std::optional<double> share) {
+        window_->setWindowTitle(windowTitle(programName, share));
+        services_.taskbar.show(share);
+    });
 }
 
 void AppDelegate::buildMenu()

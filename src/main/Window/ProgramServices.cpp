@@ -3,6 +3,7 @@
 #include "main/App/L10n.h"
 
 #include <QDBusConnection>
+#include <QGuiApplication>
 #include <QStandardPaths>
 
 namespace orvane {
@@ -22,6 +23,7 @@ ProgramServices::ProgramServices(Endpoints addresses, const ProgramFolders& fold
     , dialogs(answers)
     , notifier(QDBusConnection::sessionBus())
     , sleep(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
+    , taskbar(QDBusConnection::sessionBus(), QGuiApplication::desktopFileName())
     , profile(folders.webProfile)
 {
     L10n::setPreferences(&preferences);

@@ -8,6 +8,7 @@
 #include "platform/async/Ticker.h"
 #include "platform/desktop/Notifier.h"
 #include "platform/desktop/SleepInhibitor.h"
+#include "platform/desktop/TaskbarProgress.h"
 #include "platform/network/HttpClient.h"
 #include "platform/web/WebProfile.h"
 
@@ -47,6 +48,7 @@ struct ProgramServices
     Dialogs& dialogs;
     Notifier notifier;
     SleepInhibitor sleep;
+    TaskbarProgress taskbar;
     WebProfile profile;
 };
 
