@@ -23,6 +23,9 @@ set_target_properties(Lame::Lame PROPERTIES
 if(ORVANE_TESTS)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+endif()
+# Second opinions for tests, benchmarks and the demonstration: nothing that a user gets links them.
+if(ORVANE_TESTS OR ORVANE_BENCHMARKS OR ORVANE_WINDOWS)
   pkg_check_modules(EBUR128 REQUIRED IMPORTED_TARGET libebur128)
   pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
 endif()

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QJsonArray>
+#include <QScrollArea>
 #include <QTest>
 #include <QTimer>
 #include <QWebEngineView>
@@ -25,11 +26,25 @@ const QString findMiddle = u"const box = document.querySelector(selector).getBou
 
 } // namespace
 
+void Person::lookAt(QWidget& control)
+{
+    for (QWidget* above = control.parentWidget(); above; above = above->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(above))
+            area->ensureWidgetVisible(&control);
+    }
+}
+
 bool Person::click(QWidget& control)
+{
+    return click(control, control.rect().center());
+}
+
+bool Person::click(QWidget& control, const QPoint& place)
 {
     if (!control.isVisible() || !control.isEnabled())
         return false;
-    QTest::mouseClick(&control, Qt::LeftButton);
+    lookAt(control);
+    QTest::mouseClick(&control, Qt::LeftButton, {}, place);
     return true;
 }
 

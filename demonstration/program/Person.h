@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QString>
 
 #include <chrono>
@@ -17,8 +18,13 @@ namespace orvane::demo {
 class Person
 {
 public:
-    /// Presses the left button in the middle of a control that is shown and enabled; false where it is not.
+    /// Scrolls so that the control can be seen.
+    void lookAt(QWidget& control);
+
+    /// Scrolls a control into view and presses the left button in its middle; false where it is hidden or turned off.
     bool click(QWidget& control);
+    /// The same at a place of the control.
+    bool click(QWidget& control, const QPoint& place);
 
     /// Presses the left button on the element of the page that the selector finds; false where there is none.
     bool clickInPage(SunoTab& pane, const QString& selector);

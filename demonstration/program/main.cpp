@@ -1,4 +1,5 @@
-#include "demonstration/program/Demonstration.h"
+#include "demonstration/program/ChainDemonstration.h"
+#include "demonstration/program/DownloadDemonstration.h"
 #include "demonstration/service/StandInService.h"
 #include "main/App/L10n.h"
 #include "main/Program/Program.h"
@@ -11,6 +12,7 @@
 #include <QStandardPaths>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <unistd.h>
 
@@ -21,12 +23,33 @@ using namespace Qt::Literals::StringLiterals;
 
 const QString programName = u"orvane-demo"_s;
 
-/// The folder for an unattended run; absent for a person at the window.
-std::optional<QString> unattendedFolder(const QStringList& arguments)
+/// A demonstration that goes by itself.
+struct Unattended
 {
-    if (arguments.size() == 3 && arguments[1] == u"--unattended")
-        return QDir(arguments[2]).absolutePath();
+    /// "chain" or "download".
+    QString job;
+    QString folder;
+};
+
+/// Absent for a person at the window.
+std::optional<Unattended> unattendedFrom(const QStringList& arguments)
+{
+    if (arguments.size() == 4 && arguments[1] == u"--unattended")
+        return Unattended{.job = arguments[2], .folder = QDir(arguments[3]).absolutePath()};
     return std::nullopt;
+}
+
+bool isKnown(const Unattended& unattended)
+{
+    return unattended.job == u"chain" || unattended.job == u"download";
+}
+
+std::unique_ptr<demo::Demonstration> demonstrationOf(const Unattended& unattended, demo::StandInService& service,
+                                                     ProgramServices& services, AppDelegate& delegate)
+{
+    if (unattended.job == u"download")
+        return std::make_unique<demo::DownloadDemonstration>(service, services, delegate, unattended.folder);
+    return std::make_unique<demo::ChainDemonstration>(service, services, delegate, unattended.folder);
 }
 
 /// A fresh folder: what an earlier demonstration left there goes.
@@ -35,11 +58,11 @@ bool makeFresh(const QString& folder)
     return QDir(folder).removeRecursively() && QDir().mkpath(folder);
 }
 
-ProgramFolders foldersOf(const std::optional<QString>& unattended)
+ProgramFolders foldersOf(const std::optional<Unattended>& unattended)
 {
     if (!unattended)
         return ProgramFolders::ofUser(programName);
-    return {.preferences = *unattended + u"/preferences.json"_s, .webProfile = *unattended + u"/web"_s};
+    return {.preferences = unattended->folder + u"/preferences.json"_s, .webProfile = unattended->folder + u"/web"_s};
 }
 
 /// The demonstration never writes where the user's own library goes.
@@ -72,9 +95,13 @@ int main(int argc, char** argv)
     prepareApplication();
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(programName);
-    const std::optional<QString> unattended = unattendedFolder(QCoreApplication::arguments());
-    if (unattended && !makeFresh(*unattended)) {
-        std::fprintf(stderr, "%s cannot be made anew.\n", qPrintable(*unattended));
+    const std::optional<Unattended> unattended = unattendedFrom(QCoreApplication::arguments());
+    if (unattended && !isKnown(*unattended)) {
+        std::fprintf(stderr, "%s is no demonstration: chain, download\n", qPrintable(unattended->job));
+        return 2;
+    }
+    if (unattended && !makeFresh(unattended->folder)) {
+        std::fprintf(stderr, "%s cannot be made anew.\n", qPrintable(unattended->folder));
         return 1;
     }
     const ProgramFolders folders = foldersOf(unattended);
@@ -88,6 +115,6 @@ int main(int argc, char** argv)
     AppDelegate delegate(services);
     delegate.applicationDidFinishLaunching();
     if (unattended)
-        return demo::Demonstration(service, services, delegate, *unattended).run() ? 0 : 1;
+        return demonstrationOf(*unattended, service, services, delegate)->run() ? 0 : 1;
     return QApplication::exec();
 }

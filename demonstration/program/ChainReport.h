@@ -1,0 +1,28 @@
+#pragma once
+
+#include "demonstration/service/StandInService.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace orvane {
+struct MasteringTarget;
+}
+
+namespace orvane::demo {
+
+/// What lies on disk after a run of the chain, held against what the service has.
+struct ChainReport
+{
+    /// Some lines for each track, ready to print.
+    QStringList table;
+    /// One sentence for each thing that is missing, different or unexpected.
+    QStringList faults;
+    int tracks = 0;
+};
+
+/// Looks at every file of `folder`, over which the whole library of `service` was run through all stages but the
+/// videos: names as the pattern "clean" gives them, tags as TagLib reads them, loudness as libebur128 measures it.
+ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target);
+
+} // namespace orvane::demo
