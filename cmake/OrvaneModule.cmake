@@ -58,6 +58,10 @@ function(orvane_test name)
     set(arg_TIMEOUT 300)
   endif()
   set_tests_properties(${name} PROPERTIES LABELS "${arg_LABEL}" TIMEOUT ${arg_TIMEOUT})
+  # A web engine is a dozen processes; two at a time leave each other no room.
+  if(arg_LABEL STREQUAL "e2e")
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK web_engine)
+  endif()
 endfunction()
 
 function(orvane_fuzzer name)
