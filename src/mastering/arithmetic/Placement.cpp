@@ -20,11 +20,11 @@ struct Room
     double sampleRate;
 };
 
-/// Truncated; what no integer holds becomes the nearest one.
+/// Truncated; what no integer holds becomes the nearest one that a double holds.
 std::int64_t wholeFrames(double frames)
 {
-    constexpr double limit = 9.0e18;
-    return std::int64_t(std::clamp(frames, -limit, limit));
+    constexpr double most = 9223372036854774784.0;
+    return std::int64_t(std::clamp(frames, -most, most));
 }
 
 /// From one regular hit to the next: never shorter than the tag, so that hits do not overlap.
@@ -90,8 +90,9 @@ Hits scattered(std::int64_t interval, std::int64_t seed, const Room& room)
 {
     Hits hits = everyInterval(interval, room);
     Jitter jitter(seed);
+    // None is moved in front of the track: the first lies an interval behind its start.
     for (std::int64_t& hit : hits)
-        hit = std::clamp(hit + jitter.next(interval), std::int64_t(0), room.last);
+        hit += std::min(jitter.next(interval), room.last - hit);
     std::sort(hits.begin(), hits.end());
     return hits;
 }

@@ -99,6 +99,21 @@ TEST(TagHits, regularHitsAreNeverCloserThanTheTagIsLong)
     EXPECT_EQ(tagHits(Placement::everySeconds(-5), 4, 1, rate, 1), (Hits{1, 2, 3}));
 }
 
+TEST(TagHits, anIntervalBeyondAllFramesIsTheLargestThereCanBe)
+{
+    constexpr std::int64_t nearest = 9'223'372'036'854'774'784;
+    EXPECT_EQ(tagHits(Placement::everySeconds(largest), largest, 1, rate, 1), (Hits{nearest}));
+    EXPECT_EQ(tagHits(Placement::everySeconds(smallest), 4, 1, rate, 1), (Hits{1, 2, 3}));
+    // Three of four are moved towards or beyond the end, where they stay.
+    for (std::int64_t seed = 0; seed < 20; ++seed) {
+        const Hits hits = tagHits(Placement::scattered(largest), largest, 1, rate, seed);
+        ASSERT_EQ(hits.size(), 1u);
+        EXPECT_GE(hits[0], nearest / 10 * 7 - 10);
+        EXPECT_LE(hits[0], largest - 1);
+        EXPECT_EQ(hits[0] >= nearest, Reference::jitterUnit(seed, 0) >= 0.5) << seed;
+    }
+}
+
 TEST(TagHits, anIntervalIsTruncatedToWholeFrames)
 {
     EXPECT_EQ(tagHits(Placement::everySeconds(3), 40, 1, 3.9, 1), (Hits{11, 22, 33}));
