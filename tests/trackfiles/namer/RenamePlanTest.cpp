@@ -80,6 +80,19 @@ TEST(RenamePlan, aLyricsFileThatIsNotUtf8CountsAsAbsent)
     EXPECT_EQ(newNames(TrackNamer::plan(folder.path(), u"clean"_s)), QStringList{u"old"_s});
 }
 
+TEST(RenamePlan, aLyricsFileOfFourMebibytesNamesItsTrackAndOneByteMoreCountsAsAbsent)
+{
+    constexpr qsizetype most = qsizetype{4} * 1024 * 1024;
+    const TestFolder folder;
+    fill(folder, {u"old.mp3"_s});
+    const QByteArray start = "Title: New Name\n\n";
+    const QByteArray longest = start + QByteArray(most - start.size(), 'x');
+    folder.write(u"old.txt"_s, longest);
+    EXPECT_EQ(newNames(TrackNamer::plan(folder.path(), u"clean"_s)), QStringList{u"New Name"_s});
+    folder.write(u"old.txt"_s, longest + 'x');
+    EXPECT_EQ(newNames(TrackNamer::plan(folder.path(), u"clean"_s)), QStringList{u"old"_s});
+}
+
 TEST(RenamePlan, anOverrideIsTakenAsItStandsWithoutThePattern)
 {
     const TestFolder folder;
