@@ -1,7 +1,9 @@
+#include "mastering/arithmetic/Biquad.h"
 #include "mastering/arithmetic/Loudness.h"
 #include "mastering/arithmetic/TruePeak.h"
 #include "tests/mastering/arithmetic/Signals.h"
 
+#include <cmath>
 #include <gmock/gmock.h>
 
 using namespace orvane;
@@ -10,7 +12,8 @@ using namespace orvane::test;
 /// The test signals of EBU Tech 3341 and 3342, composed at each rate. Integrated loudness and range must lie within
 /// 0.1 of the stated value, a true peak within +0.2 and -0.4 dB; we hold ourselves to 0.03. In three cases the signal
 /// itself lies 0.02 beside its stated value, by blocks across a change of level that pass the gate or by the rounded
-/// weight of the surrounds, and at 96 kHz the derived filters another 0.01: there it is 0.04.
+/// levels of the five channels. At 96 kHz every tone reads another 0.02 lower, since the high pass is not made up for
+/// the gain of its pass band, which falls towards 1 as the rate rises: those three read up to 0.034 beside it there.
 class Ebu : public testing::TestWithParam<double>
 {
 protected:
@@ -35,7 +38,8 @@ protected:
     }
 
     static constexpr double ours = 0.03;
-    static constexpr double besideItsValue = 0.04;
+
+    double besideItsValue() const { return rate() > 48000.0 ? 0.035 : ours; }
 };
 
 INSTANTIATE_TEST_SUITE_P(Rates, Ebu, testing::Values(44100.0, 48000.0, 96000.0));
@@ -52,12 +56,12 @@ TEST_P(Ebu, tech3341Case2AToneAtMinus33)
 
 TEST_P(Ebu, tech3341Case3TheRelativeGateDropsAQuietStartAndEnd)
 {
-    EXPECT_NEAR(integrated(stereo({{-36, 10}, {-23, 60}, {-36, 10}})), -23.0, besideItsValue);
+    EXPECT_NEAR(integrated(stereo({{-36, 10}, {-23, 60}, {-36, 10}})), -23.0, besideItsValue());
 }
 
 TEST_P(Ebu, tech3341Case4TheAbsoluteGateDropsWhatIsAlmostSilent)
 {
-    EXPECT_NEAR(integrated(stereo({{-72, 10}, {-36, 10}, {-23, 60}, {-36, 10}, {-72, 10}})), -23.0, besideItsValue);
+    EXPECT_NEAR(integrated(stereo({{-72, 10}, {-36, 10}, {-23, 60}, {-36, 10}, {-72, 10}})), -23.0, besideItsValue());
 }
 
 TEST_P(Ebu, tech3341Case5LoudAndQuietPartsTogether)
@@ -70,7 +74,7 @@ TEST_P(Ebu, tech3341Case6FiveChannelsByTheirWeights)
     const Samples front = steps({{-28, 20}}, rate());
     const Samples centre = steps({{-24, 20}}, rate());
     const Samples surround = steps({{-30, 20}}, rate());
-    EXPECT_NEAR(integrated({front, front, centre, surround, surround}), -23.0, besideItsValue);
+    EXPECT_NEAR(integrated({front, front, centre, surround, surround}), -23.0, besideItsValue());
 }
 
 TEST_P(Ebu, tech3341Case15APeakOnTheSamples)
@@ -131,4 +135,14 @@ TEST_P(Ebu, tech3342Case4FifteenUnits)
 TEST_P(Ebu, aFullScaleToneOf997HzInOneChannelReadsMinus3)
 {
     EXPECT_NEAR(integrated({tone(997.0, 0.0, 20.0, rate())}), -3.01, 0.02);
+}
+
+TEST_P(Ebu, aToneReadsBesideThatOf48kHzByTheGainOfTheHighPassAlone)
+{
+    const auto passBandGain = [](double hertz) {
+        const Master::Biquad highPass = Master::Biquad::kWeightingStage2(hertz);
+        return 20.0 * std::log10(4.0 / (1.0 - highPass.a1 + highPass.a2));
+    };
+    const auto toneAt = [](double hertz) { return Master::measure({tone(997.0, 0.0, 20.0, hertz)}, hertz).integrated; };
+    EXPECT_NEAR(toneAt(rate()) - toneAt(48000.0), passBandGain(rate()) - passBandGain(48000.0), 0.005);
 }
