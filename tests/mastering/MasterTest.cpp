@@ -9,8 +9,10 @@
 #include <QFile>
 
 #include <cmath>
+#include <csignal>
 #include <gmock/gmock.h>
 #include <limits>
+#include <sys/resource.h>
 
 using namespace orvane;
 using namespace orvane::test;
@@ -187,6 +189,100 @@ TEST_F(Mastering, whatCannotBeReadLeavesTheEarlierMaster)
     EXPECT_EQ(errorOf([&] { master(folder.path(u"gone.mp3"_s), -14.0, -1.0); }), ENOENT);
     EXPECT_EQ(folder.read(u"out.wav"_s), "earlier");
     EXPECT_EQ(folder.names(), (QStringList{u"in.mp3"_s, u"out.wav"_s}));
+}
+
+TEST_F(Mastering, whatIsNoMusicIsToldByItsNameAndLeavesTheEarlierMaster)
+{
+    folder.write(u"out.wav"_s, "earlier");
+    const QStringList inputs{
+        folder.write(u"empty.mp3"_s, {}),
+        folder.write(u"page.mp3"_s, "<!DOCTYPE html><html><body>" + QByteArray(20'000, 'x')),
+        folder.write(u"zeros.wav"_s, QByteArray(50'000, '\0')),
+        folder.write(u"none.wav"_s, wav({}, 44100, 2, 16, WavKind::Integer)),
+        folder.write(u"nine.wav"_s, wav(floatBytes(tones(500, 9, 44100)), 44100, 9, 32, WavKind::Float)),
+        folder.write(u"fast.wav"_s, wav(floatBytes(tones(500, 1, 384000)), 384000, 1, 32, WavKind::Float)),
+        folder.path(u"gone.flac"_s),
+        folder.path(),
+    };
+    const QStringList before = folder.names();
+    for (const QString& input : inputs) {
+        try {
+            master(input, -14.0, -1.0);
+            ADD_FAILURE() << qPrintable(input) << " was mastered";
+        } catch (const std::exception& error) {
+            const QString name = input.section(u'/', -1);
+            EXPECT_TRUE(Master::sentenceOf(error).contains(name)) << qPrintable(Master::sentenceOf(error));
+        }
+        EXPECT_EQ(folder.read(u"out.wav"_s), "earlier");
+        EXPECT_EQ(folder.names(), before);
+    }
+}
+
+TEST_F(Mastering, aFileCutAtAnySixteenthIsMasteredWholeOrLeavesTheEarlierMaster)
+{
+    for (const Format format : Master::allFormats) {
+        const QString name = u"cut."_s + extension(format);
+        Master::write(music(2.0, rate), rate, {.format = format}, folder.path(name));
+        const QByteArray whole = folder.read(name);
+        for (int sixteenth = 0; sixteenth < 16; ++sixteenth) {
+            folder.write(name, whole.first(whole.size() * sixteenth / 16));
+            folder.write(u"out.wav"_s, "earlier");
+            try {
+                const Master::Result result = master(folder.path(name), -23.0, -1.0);
+                EXPECT_EQ(output().front().size(), Master::read(folder.path(name)).channels.front().size());
+                EXPECT_NEAR(result.after.samplePeak, Master::samplePeakDB(output()), 0.01);
+            } catch (const std::exception& error) {
+                EXPECT_TRUE(Master::sentenceOf(error).contains(name)) << qPrintable(Master::sentenceOf(error));
+                EXPECT_EQ(folder.read(u"out.wav"_s), "earlier");
+            }
+            EXPECT_EQ(folder.names(), (QStringList{name, u"out.wav"_s})) << qPrintable(name) << " at " << sixteenth;
+        }
+        QFile::remove(folder.path(name));
+    }
+}
+
+TEST_F(Mastering, everyRateAndNumberOfChannelsIsMastered)
+{
+    for (const double hertz : {8000.0, 96000.0, 192000.0}) {
+        for (const std::size_t count : {1u, 2u, 5u, 6u, 8u}) {
+            master(floatWav(u"in.wav"_s, music(1.0, hertz, count), hertz), -23.0, -1.0);
+            const Master::Sound sound = Master::read(folder.path(u"out.wav"_s));
+            EXPECT_EQ(sound.sampleRate, hertz);
+            EXPECT_EQ(sound.channels.size(), count);
+            EXPECT_NEAR(Master::measure(sound.channels, hertz).integrated, -23.0, 0.001) << hertz << ", " << count;
+        }
+    }
+}
+
+TEST_F(Mastering, aFullDiskIsToldByTheMastersNameAndLeavesTheEarlierOne)
+{
+    const QString path = floatWav(u"in.wav"_s, music(3.0, rate));
+    folder.write(u"out.wav"_s, "earlier");
+    const int code = inChild([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit full = {.rlim_cur = 100'000, .rlim_max = RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &full);
+        try {
+            master(path, -14.0, -1.0);
+        } catch (const std::exception& error) {
+            return Master::sentenceOf(error) == u"out.wav: File too large"_s ? 0 : 2;
+        }
+        return 1;
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(folder.read(u"out.wav"_s), "earlier");
+    EXPECT_EQ(folder.names(), (QStringList{u"in.wav"_s, u"out.wav"_s}));
+}
+
+TEST_F(Mastering, aMasterThatIsMasteredAgainMovesByAHundredthOfADecibelAtMost)
+{
+    for (const Format format : {Format::wav, Format::flac, Format::alac}) {
+        const QString out = folder.path(u"once."_s + extension(format));
+        ASSERT_FALSE(
+            Master::master(floatWav(u"in.wav"_s, music(4.0, rate)), out, -23.0, -1.0, {.format = format}).limited);
+        const Master::Result again = master(out, -23.0, -1.0);
+        EXPECT_LE(std::abs(again.gainApplied), 0.01) << qPrintable(rawValue(format));
+    }
 }
 
 TEST_F(Mastering, aMasterMayReplaceItsOwnSource)

@@ -233,3 +233,20 @@ TEST(ChainLaw, masteringAMasterAgainMovesNothing)
         EXPECT_LE(std::abs(apply(target, -1.0, channels, rate).gainApplied), 0.01);
     }
 }
+
+TEST(ChainLaw, swappedAndInvertedChannelsComeOutSwappedAndInverted)
+{
+    for (const double target : {-23.0, -8.0}) {
+        Channels straight = music(4.0, rate);
+        Channels turned{straight[1], straight[0]};
+        for (double& sample : turned[0])
+            sample = -sample;
+        const Result result = apply(target, -1.0, straight, rate);
+        EXPECT_EQ(result.limited, target > -20.0);
+        EXPECT_EQ(apply(target, -1.0, turned, rate), result);
+        EXPECT_EQ(turned[1], straight[0]);
+        for (double& sample : turned[0])
+            sample = -sample;
+        EXPECT_EQ(turned[0], straight[1]);
+    }
+}
