@@ -555,6 +555,39 @@ TEST_F(AutomaterRunTest, aDestinationThatVanishesIsNotMadeAgain)
     EXPECT_FALSE(QDir(folder()).exists());
 }
 
+TEST_F(AutomaterRunTest, aDestinationThatVanishesInTheTagsOrTheMastersIsToldAndNotMadeAgain)
+{
+    for (const Stage stage : {Stage::tag, Stage::master}) {
+        SCOPED_TRACE(nameOf(stage).toStdString());
+        lines.clear();
+        useFolder({u"Lake.mp3"_s, u"Ocean.mp3"_s});
+        only(stage);
+        onProgress = [this, stage](const RunProgress& at) {
+            if (at.stage == stage && at.done == 1)
+                removeFolder();
+        };
+        runToTheEnd();
+        const QString told =
+            stage == Stage::tag ? u"error: Tagging failed for Ocean: "_s : u"error: Mastering failed for Ocean: "_s;
+        EXPECT_THAT(logged(), testing::Contains(told + u"Ocean.mp3: No such file or directory"_s));
+        EXPECT_EQ(outcome(stage).note, stage == Stage::tag ? u"1 tagged, 1 failed"_s : u"1 mastered, 1 failed"_s);
+        EXPECT_FALSE(QDir(folder()).exists());
+    }
+}
+
+TEST_F(AutomaterRunTest, filesThatSomebodyRenamesBetweenTheStagesArePassedOver)
+{
+    useFolder({u"001 - Ocean.mp3"_s, u"002 - Lake.mp3"_s});
+    onLine = [this](const QString& line) {
+        if (line == u"> Write tags: running")
+            QFile::rename(path(u"Ocean.mp3"_s), path(u"Sea.mp3"_s));
+    };
+    runToTheEnd();
+    EXPECT_EQ(outcome(Stage::tag), StageState::done(u"1 file(s)"_s));
+    EXPECT_EQ(read(u"Sea.mp3"_s), recording());
+    EXPECT_EQ(files(u"Mastered"_s), QStringList{u"Lake.wav"_s});
+}
+
 TEST_F(AutomaterRunTest, aDestinationThatVanishesInTheDownloadFailsEachTrack)
 {
     onProgress = [this](const RunProgress& at) {

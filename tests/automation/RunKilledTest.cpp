@@ -157,6 +157,37 @@ TEST_F(RunKilled, aFullDiskAnywhereIsSaidAndLaterRunsFinish)
     EXPECT_GE(said, 3);
 }
 
+TEST_F(RunKilled, aFolderThatIsFullOrReadOnlyInAnyStageIsSaidAndLaterRunsFinish)
+{
+    struct Refusal
+    {
+        QString file;
+        QString said;
+    };
+
+    const QList<Refusal> refusals{{u"in/.Tracklist.txt.new"_s, u"Tracklist.txt: "_s},
+                                  {u"in/.Alba.mp3.tagging"_s, u"Tagging failed for Alba: Alba.mp3: "_s},
+                                  {u"in/Mastered/.Alba.wav.new"_s, u"Mastering failed for Alba: "_s}};
+    const QMap<QString, QString> errors{{u"EROFS"_s, u"Read-only file system"_s},
+                                        {u"ENOSPC"_s, u"No space left on device"_s}};
+    const QMap<QString, QByteArray> whole = undisturbed();
+    for (const Refusal& refusal : refusals) {
+        for (const QString& error : errors.keys()) {
+            SCOPED_TRACE((refusal.file + u' ' + error).toStdString());
+            prepare();
+            // What is read-only cannot be made anew, what is full can only not be filled.
+            const QString call = error == u"EROFS" ? u"openat"_s : u"write,pwrite64,writev"_s;
+            const ProgramOutcome outcome = runBrokenAt(program(), folder.path(refusal.file), call, u"error="_s + error);
+            EXPECT_FALSE(outcome.killed);
+            EXPECT_TRUE(outcome.said.contains(refusal.said) && outcome.said.contains(errors.value(error)))
+                << outcome.said.toStdString();
+            expectWholeFiles(whole);
+            EXPECT_FALSE(contents().contains(refusal.file));
+            expectLaterRunsToFinish(whole);
+        }
+    }
+}
+
 TEST_F(RunKilled, aFolderThatTurnsReadOnlyIsSaidAndLosesNothing)
 {
     const QMap<QString, QByteArray> whole = undisturbed();

@@ -14,6 +14,23 @@ namespace orvane::test {
 namespace {
 
 std::optional<unsigned> givenSeed;
+std::optional<unsigned> givenRounds;
+
+/// Takes the option with its number out of the arguments.
+std::optional<unsigned> takeNumber(std::string_view option, int& argc, char** argv)
+{
+    for (int index = 1; index < argc; ++index) {
+        const std::string_view argument = argv[index];
+        if (!argument.starts_with(option))
+            continue;
+        const auto number = static_cast<unsigned>(std::strtoul(argv[index] + option.size(), nullptr, 10));
+        for (int rest = index; rest + 1 < argc; ++rest)
+            argv[rest] = argv[rest + 1];
+        --argc;
+        return number;
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -37,17 +54,13 @@ Sandbox::Sandbox()
 
 void readSeed(int& argc, char** argv)
 {
-    constexpr std::string_view option = "--seed=";
-    for (int index = 1; index < argc; ++index) {
-        const std::string_view argument = argv[index];
-        if (!argument.starts_with(option))
-            continue;
-        givenSeed = static_cast<unsigned>(std::strtoul(argv[index] + option.size(), nullptr, 10));
-        for (int rest = index; rest + 1 < argc; ++rest)
-            argv[rest] = argv[rest + 1];
-        --argc;
-        return;
-    }
+    givenSeed = takeNumber("--seed=", argc, argv);
+    givenRounds = takeNumber("--rounds=", argc, argv);
+}
+
+int rounds(int usual)
+{
+    return givenRounds ? static_cast<int>(*givenRounds) : usual;
 }
 
 unsigned seed()

@@ -17,7 +17,10 @@ private:
 /// The seed of this run's random tests: from --seed=N, else a fresh one. It is printed once.
 unsigned seed();
 
-/// Takes --seed=N out of the arguments.
+/// How often or how far a test goes that takes as long as one lets it: from --rounds=N, else `usual`.
+int rounds(int usual);
+
+/// Takes --seed=N and --rounds=N out of the arguments.
 void readSeed(int& argc, char** argv);
 
 } // namespace orvane::test

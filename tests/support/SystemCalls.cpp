@@ -12,7 +12,7 @@ namespace orvane::test {
 
 using namespace Qt::Literals::StringLiterals;
 
-ProgramOutcome runProgram(const QString& program, const QStringList& arguments)
+ProgramOutcome runProgram(const QString& program, const QStringList& arguments, std::chrono::milliseconds patience)
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -21,7 +21,7 @@ ProgramOutcome runProgram(const QString& program, const QStringList& arguments)
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    if (!process.waitForFinished(60'000))
+    if (!process.waitForFinished(static_cast<int>(patience.count())))
         process.kill();
     return {.killed = process.exitStatus() == QProcess::CrashExit,
             .exitCode = process.exitCode(),
@@ -39,6 +39,16 @@ ProgramOutcome runBroken(const QStringList& program, const SystemCall& call, con
                                                               fromThenOn ? u"+"_s : QString());
     const QStringList options{u"-f"_s, u"-qq"_s, u"-o"_s, u"/dev/null"_s, u"-e"_s, u"trace="_s + call.name,
                               u"-e"_s, injection};
+    return runProgram(u"strace"_s, options + program);
+}
+
+ProgramOutcome runBrokenAt(const QStringList& program, const QString& path, const QString& calls, const QString& fault)
+{
+    const QStringList options{u"-f"_s, u"-qq"_s,
+                              u"-o"_s, u"/dev/null"_s,
+                              u"-P"_s, path,
+                              u"-e"_s, u"trace="_s + calls,
+                              u"-e"_s, u"inject=%1:%2"_s.arg(calls, fault)};
     return runProgram(u"strace"_s, options + program);
 }
 

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <string>
 
 namespace orvane::test {
@@ -27,7 +28,9 @@ struct ProgramOutcome
     QString said;
 };
 
-ProgramOutcome runProgram(const QString& program, const QStringList& arguments);
+/// Kills the program where it is not over after `patience`.
+ProgramOutcome runProgram(const QString& program, const QStringList& arguments,
+                          std::chrono::milliseconds patience = std::chrono::minutes(1));
 
 /// Runs the program and writes all its system calls to the file `trace`.
 ProgramOutcome runTraced(const QStringList& program, const QString& trace);
@@ -36,6 +39,10 @@ ProgramOutcome runTraced(const QStringList& program, const QString& trace);
 /// then on at every further call of that name where `fromThenOn` is set.
 ProgramOutcome runBroken(const QStringList& program, const SystemCall& call, const QString& fault,
                          bool fromThenOn = false);
+
+/// Runs the program with `fault` at every call of those names (with commas between them) that reaches for the file at
+/// the absolute `path`.
+ProgramOutcome runBrokenAt(const QStringList& program, const QString& path, const QString& calls, const QString& fault);
 
 /// The calls between the program's two marks that reach for a file, in their order.
 QList<SystemCall> callsBetweenMarks(const QString& trace);
