@@ -43,6 +43,7 @@ public:
     /// A control of the Downloader by its name.
     QWidget& control(const QString& name);
     void tick(const QStringList& assets);
+    /// One click on the button; true where an export goes on, or has already been.
     bool startExport();
     bool waitForEnd();
     /// The lines of the Downloader's log, without their time.
