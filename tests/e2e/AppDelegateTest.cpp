@@ -76,6 +76,27 @@ TEST_F(AppDelegateTest, aRelaunchThatWasAskedForComesAtTheEndAndFindsWhatWasSet)
     EXPECT_EQ(starts, 1);
 }
 
+TEST_F(AppDelegateTest, aLaterStartBringsTheWindowBackFromTheTaskBarAndBeforeOthers)
+{
+    QMainWindow* const window = open().delegate.window();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    window->showMinimized();
+    ASSERT_TRUE(world->waitUntil([&] { return window->isMinimized() && !window->isActiveWindow(); }));
+    world->delegate.comeForward({});
+    EXPECT_TRUE(world->waitUntil([&] { return !window->isMinimized() && window->isActiveWindow(); }));
+    EXPECT_TRUE(isOpen());
+}
+
+TEST_F(AppDelegateTest, aMaximisedWindowStaysSoWhenItComesForward)
+{
+    QMainWindow* const window = open().delegate.window();
+    window->showMaximized();
+    world->delegate.comeForward({});
+    EXPECT_TRUE(window->isMaximized());
+}
+
 TEST_F(AppDelegateTest, anIdleWindowClosesWithoutAQuestion)
 {
     open().delegate.window()->close();

@@ -2,6 +2,7 @@
 
 #include "main/App/L10n.h"
 #include "main/Chrome/Theme.h"
+#include "platform/desktop/SoleInstance.h"
 
 #include <QLibraryInfo>
 #include <QTranslator>
@@ -37,6 +38,20 @@ void dressApplication(QApplication& application)
     QGuiApplication::setLayoutDirection(L10n::isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     installQtTranslations(application);
     Theme::apply(application);
+}
+
+std::optional<Farewell> farewellUnlessFirst(SoleInstance& instance, std::chrono::milliseconds patience)
+{
+    switch (instance.take(qgetenv("XDG_ACTIVATION_TOKEN"), patience)) {
+    case SoleInstance::Standing::First:
+        return std::nullopt;
+    case SoleInstance::Standing::Second:
+        return Farewell{.sentence = u"Orvane is already running; its window has been brought to the front."_s};
+    case SoleInstance::Standing::Unanswered:
+        break;
+    }
+    return Farewell{.sentence = u"Orvane is already running but does not answer; end it first, then start it again."_s,
+                    .isUnanswered = true};
 }
 
 } // namespace orvane

@@ -2,28 +2,69 @@
 #include "main/Program/RootRefusal.h"
 #include "main/Window/AppDelegate.h"
 #include "main/Window/ProgramServices.h"
+#include "platform/desktop/SoleInstance.h"
 
 #include <QApplication>
+#include <QProcess>
 
 #include <cstdio>
 #include <unistd.h>
 
+namespace {
+
+using namespace orvane;
+
+struct Ending
+{
+    int exitCode = 0;
+    bool isRelaunched = false;
+};
+
+Ending runAsFirst(QApplication& application, const ProgramFolders& folders, SoleInstance& instance)
+{
+    Ending ending;
+    SystemDialogs dialogs;
+    ProgramServices services(Endpoints::production(), folders, dialogs);
+    dressApplication(application);
+    AppDelegate delegate(services);
+    delegate.startAnew = [&ending] { ending.isRelaunched = true; };
+    QObject::connect(&instance, &SoleInstance::called, &delegate, &AppDelegate::comeForward);
+    delegate.applicationDidFinishLaunching();
+    ending.exitCode = QApplication::exec();
+    delegate.applicationWillTerminate();
+    return ending;
+}
+
+int sayFarewell(QApplication& application, const Farewell& farewell)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(farewell.sentence));
+    if (!farewell.isUnanswered)
+        return 0;
+    dressApplication(application);
+    SystemDialogs().tell(nullptr, farewell.sentence, {});
+    return 1;
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
-    using namespace orvane;
-
     if (const auto refusal = refusalFor(geteuid())) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(*refusal));
         return 1;
     }
     prepareApplication();
     QApplication application(argc, argv);
-    SystemDialogs dialogs;
-    ProgramServices services(Endpoints::production(), ProgramFolders::ofUser(QStringLiteral("orvane")), dialogs);
-    dressApplication(application);
-    AppDelegate delegate(services);
-    delegate.applicationDidFinishLaunching();
-    const int result = QApplication::exec();
-    delegate.applicationWillTerminate();
-    return result;
+    Ending ending;
+    {
+        const ProgramFolders folders = ProgramFolders::ofUser(QStringLiteral("orvane"));
+        SoleInstance instance(folders.webProfile);
+        if (const auto farewell = farewellUnlessFirst(instance))
+            return sayFarewell(application, *farewell);
+        ending = runAsFirst(application, folders, instance);
+    }
+    // Not before everything is written and the folders are free again.
+    if (ending.isRelaunched)
+        QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    return ending.exitCode;
 }

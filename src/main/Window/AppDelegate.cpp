@@ -115,6 +115,19 @@ void AppDelegate::chooseDestination()
         services_.session.setDestination(*folder);
 }
 
+void AppDelegate::comeForward(const QByteArray& activation)
+{
+    // The platform plugin of Wayland takes the token from there.
+    if (!activation.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activation);
+    window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+    // Where the desktop does not let it come forward, its entry in the task bar asks for attention.
+    QApplication::alert(window_);
+}
+
 bool AppDelegate::applicationShouldTerminate()
 {
     return quitGuard_.mayQuit(window_);

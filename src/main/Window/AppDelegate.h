@@ -2,6 +2,7 @@
 
 #include "main/Window/QuitGuard.h"
 
+#include <QByteArray>
 #include <QObject>
 
 #include <functional>
@@ -31,6 +32,10 @@ public:
 
     /// Makes the window and shows it.
     void applicationDidFinishLaunching();
+
+    /// Brings the window before the user, also out of the task bar. `activation` is the token of the desktop that
+    /// allows it, and may be empty.
+    void comeForward(const QByteArray& activation);
 
     /// The quit guard: asks while a download or a run is going. True when the program may end.
     bool applicationShouldTerminate();
