@@ -142,13 +142,65 @@ TEST_F(CredentialHop, theRealDomainsAreSunosOwnAndNoOther)
 
 TEST_F(CredentialHop, atTheRealServicesNothingGoesOutInTheClear)
 {
-    const Engine real(client, clock, Endpoints::production());
+    const Endpoints endpoints = Endpoints::production();
+    const Engine real(client, clock, endpoints);
     HttpRequest request;
     real.authorize(request, u"abc"_s);
-    QUrl asset = Endpoints::production().cdn;
-    EXPECT_TRUE(request.credentialFor(asset).has_value());
-    asset.setScheme(u"http"_s);
-    EXPECT_FALSE(request.credentialFor(asset).has_value());
+    QList<QUrl> addresses = endpoints.workspaceLists;
+    addresses << endpoints.feed << endpoints.cdn << endpoints.sunoHome;
+    for (QUrl& address : addresses) {
+        EXPECT_TRUE(request.credentialFor(address).has_value()) << qPrintable(address.toString());
+        address.setScheme(u"http"_s);
+        EXPECT_FALSE(request.credentialFor(address).has_value()) << qPrintable(address.toString());
+        address.setPort(443);
+        EXPECT_FALSE(request.credentialFor(address).has_value()) << qPrintable(address.toString());
+    }
+}
+
+/// A service in the clear on this machine, under rules that are not the stand-in's.
+class CredentialInTheClear : public CredentialHop
+{
+protected:
+    /// Reads a page that is reached by a redirect, the list of projects and an asset; gives every credential that the
+    /// service was sent.
+    QList<QByteArray> credentialsUnder(const QList<CredentialDomain>& rules)
+    {
+        const Endpoints endpoints{.feed = server.url(u"/api/feed/v2"_s),
+                                  .workspaceLists = {server.url(u"/api/project/me"_s)},
+                                  .cdn = server.url(QString()),
+                                  .credentialDomains = rules};
+        Engine reader(client, clock, endpoints);
+        reader.pagePauseMs = 0;
+        reader.tokenProvider = [] { return u"token"_s; };
+        server.play(redirectTo(server.url(u"/again"_s)));
+        server.play(feedPage({}));
+        server.play(json(R"({"projects": [{"id": "0123456789abcdef0123456789abcdef", "name": "Album"}]})"));
+        server.play({send(answer("200 OK", {}, "sound"))});
+        EXPECT_FALSE(QCoro::waitFor(outcomeOf(reader.fetchAllClips({}, u"token"_s))).error);
+        EXPECT_EQ(QCoro::waitFor(reader.fetchWorkspaces(u"token"_s)).size(), 1);
+        EXPECT_EQ(QCoro::waitFor(reader.downloadFile(server.url(u"/a.mp3"_s).toString(), target(), u"token"_s)),
+                  DownloadOutcome::downloaded());
+        return credentials(server);
+    }
+};
+
+TEST_F(CredentialInTheClear, theRealRulesGiveNoneToThisMachine)
+{
+    EXPECT_THAT(credentialsUnder(Endpoints::production().credentialDomains),
+                ElementsAre("none", "none", "none", "none"));
+    for (const QByteArray& head : server.requests())
+        EXPECT_FALSE(head.contains("token")) << head.constData();
+}
+
+TEST_F(CredentialInTheClear, thisMachineGetsNoneWhereARuleDoesNotSayThatItWillDo)
+{
+    EXPECT_THAT(credentialsUnder({{.domain = u"127.0.0.1"_s}}), ElementsAre("none", "none", "none", "none"));
+}
+
+TEST_F(CredentialInTheClear, onlyARuleThatSaysSoGivesIt)
+{
+    EXPECT_THAT(credentialsUnder({{.domain = u"127.0.0.1"_s, .unencrypted = true}}),
+                testing::Each(QByteArray("Bearer token")));
 }
 
 } // namespace

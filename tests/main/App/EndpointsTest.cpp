@@ -59,11 +59,29 @@ TEST(CredentialDomains, canLeaveOutWhatLiesBelow)
 TEST(CredentialDomains, areReachedOverAnEncryptedConnectionOnly)
 {
     const QList<CredentialDomain> real = Endpoints::production().credentialDomains;
-    for (const QString& scheme : {u"http"_s, u"ws"_s, u"ftp"_s, QString()})
-        EXPECT_FALSE(mayReceiveCredential(real, at(u"cdn1.suno.ai"_s, scheme))) << qPrintable(scheme);
+    for (const CredentialDomain& rule : real)
+        EXPECT_FALSE(rule.unencrypted) << qPrintable(rule.domain);
+    for (const QString& scheme : {u"http"_s, u"ws"_s, u"ftp"_s, QString()}) {
+        for (const QString& host : {u"suno.com"_s, u"studio-api.prod.suno.com"_s, u"cdn1.suno.ai"_s})
+            EXPECT_FALSE(mayReceiveCredential(real, at(host, scheme))) << qPrintable(host + u' ' + scheme);
+    }
+}
+
+TEST(CredentialDomains, ofTheRealServicesHoldNoNameOfThisMachine)
+{
+    const QList<CredentialDomain> real = Endpoints::production().credentialDomains;
+    for (const QString& host : {u"127.0.0.1"_s, u"localhost"_s, u"::1"_s, u"0.0.0.0"_s}) {
+        EXPECT_FALSE(mayReceiveCredential(real, at(host, u"http"_s))) << qPrintable(host);
+        EXPECT_FALSE(mayReceiveCredential(real, at(host))) << qPrintable(host);
+    }
+}
+
+TEST(CredentialDomains, areReachedInTheClearOnlyWhereARuleSaysSo)
+{
     const QList<CredentialDomain> here = {{.domain = u"127.0.0.1"_s, .unencrypted = true}};
     EXPECT_TRUE(mayReceiveCredential(here, at(u"127.0.0.1"_s, u"http"_s)));
     EXPECT_TRUE(mayReceiveCredential(here, at(u"127.0.0.1"_s)));
+    EXPECT_FALSE(mayReceiveCredential({{.domain = u"127.0.0.1"_s}}, at(u"127.0.0.1"_s, u"http"_s)));
 }
 
 TEST(CredentialDomains, giveAnEmptyRuleNoMeaning)
