@@ -2,8 +2,9 @@
 #
 #   orvane_module(NAME SOURCES … [HEADERS …] [PUBLIC …] [PRIVATE …])
 #       A static library. PUBLIC names only what its headers show.
-#   orvane_test(NAME LABEL unit|service|window|e2e SOURCES … LINKS … [DEPENDS …] [DBUS])
-#       One GoogleTest program, run by ctest under its label. With DBUS it has a session bus of its own.
+#   orvane_test(NAME LABEL unit|service|window|e2e SOURCES … LINKS … [DEPENDS …] [DBUS] [PAINTS])
+#       One GoogleTest program, run by ctest under its label. With DBUS it has a session bus of its own; with PAINTS it
+#       has fonts, and no window.
 #   orvane_fuzzer(NAME SOURCE … LINKS …)
 #       A libFuzzer target where ORVANE_FUZZERS is on; otherwise a program that ctest runs over its corpus.
 
@@ -40,9 +41,13 @@ function(orvane_test_environment test)
 endfunction()
 
 function(orvane_test name)
-  cmake_parse_arguments(arg "DBUS" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(arg "DBUS;PAINTS" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE orvane_flags ${arg_LINKS} orvane_test_${arg_LABEL}_main)
+  set(main orvane_test_${arg_LABEL}_main)
+  if(arg_PAINTS)
+    set(main orvane_test_paints_main)
+  endif()
+  target_link_libraries(${name} PRIVATE orvane_flags ${arg_LINKS} ${main})
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
   orvane_qt_features(${name})
   if(arg_DEPENDS)

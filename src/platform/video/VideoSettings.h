@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QtGlobal>
+
+namespace orvane {
+
+/// What a video file is made of: H.264 in High profile and AAC at 44.1 kHz, 2 channels, 192 kbit/s.
+struct VideoSettings
+{
+    /// In pixels, both even.
+    int width = 0;
+    int height = 0;
+    int framesPerSecond = 30;
+    /// Of the picture, on average, in bit/s.
+    qint64 bitRate = 0;
+    /// Frames from one key frame to the next, at most.
+    int keyFrameInterval = 60;
+    /// Of the sound that is appended, in Hz.
+    int sampleRate = 44100;
+    int channelCount = 2;
+    /// How hard the encoder tries, and what the picture is like, in the encoder's own words; docs/video-quality.md has
+    /// what they cost and give.
+    QByteArray preset = "superfast";
+    QByteArray tuning = {};
+};
+
+} // namespace orvane

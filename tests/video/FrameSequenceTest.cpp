@@ -1,0 +1,138 @@
+#include "video/FrameSequence.h"
+
+#include "tests/video/PlainPainter.h"
+
+#include <atomic>
+#include <cmath>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <new>
+
+namespace {
+
+std::atomic<int> allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+using namespace orvane;
+using namespace orvane::Video;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString site = u"orvane.example"_s;
+
+Scene nightDrive()
+{
+    return {.artwork = test::sunset(700), .title = u"Night Drive"_s, .artist = u"synthwave · 1984 · neon"_s};
+}
+
+/// How far the picture's samples are from those of `image`, whose top left corner stands at `corner`.
+double distance(VideoPicture& picture, const QImage& image, QPoint corner)
+{
+    const std::array<std::vector<double>, 3> expected = test::plainPlanes(image);
+    const std::array<VideoPicture::Plane, 3> planes = picture.planes();
+    double furthest = 0.0;
+    for (std::size_t index = 0; index < planes.size(); ++index) {
+        const int part = index == 0 ? 1 : 2;
+        const int width = image.width() / part;
+        for (int row = 0; row < image.height() / part; ++row) {
+            const std::uint8_t* line = planes[index].bytes +
+                                       std::ptrdiff_t(row + corner.y() / part) * planes[index].stride +
+                                       corner.x() / part;
+            for (int column = 0; column < width; ++column)
+                furthest =
+                    std::max(furthest, std::abs(line[column] - expected[index][std::size_t(row * width + column)]));
+        }
+    }
+    return furthest;
+}
+
+class EveryAspect : public testing::TestWithParam<Look::Aspect>
+{
+};
+
+TEST_P(EveryAspect, hasThePlainPaintersPixelsFor300Frames)
+{
+    const Look look{.aspect = GetParam()};
+    const QSize whole = size(look.aspect);
+    FramePainter painter(site);
+    FrameSequence frames(painter, nightDrive(), look);
+    const QRect bars(0, int(0.7 * whole.height()) & ~1, whole.width(), int(0.2 * whole.height()) & ~1);
+    double furthest = 0.0;
+    for (int frame = 0; frame < 300; ++frame) {
+        const std::vector<float> spectrum = test::movingSpectrum(frame);
+        const QImage plain = test::plainFrame(whole, spectrum, nightDrive(), look, site);
+        VideoPicture& picture = frames.next(spectrum);
+        const QRect compared = frame % 30 == 29 ? plain.rect() : bars;
+        furthest = std::max(furthest, distance(picture, plain.copy(compared), compared.topLeft()));
+    }
+    // One of 255 between the two, and half of one that was rounded away.
+    EXPECT_LE(furthest, 1.5);
+}
+
+INSTANTIATE_TEST_SUITE_P(FrameSequence, EveryAspect, testing::ValuesIn(Look::allAspects));
+
+TEST(FrameSequence, anyNumberOfBarsHasThePlainPaintersPixels)
+{
+    for (const int bars : {1, 2, 7, 64, 200, 400}) {
+        const Look look{.aspect = Look::Aspect::square, .bars = bars};
+        FramePainter painter(site);
+        FrameSequence frames(painter, {}, look);
+        double furthest = 0.0;
+        for (int frame = 0; frame < 12; ++frame) {
+            const std::vector<float> spectrum = test::movingSpectrum(frame);
+            const QImage plain = test::plainFrame({1080, 1080}, spectrum, {}, look, site);
+            furthest = std::max(furthest, distance(frames.next(spectrum), plain, {}));
+        }
+        // Bars that share a pixel are one outline, of which the plain painter lays one part over the other.
+        EXPECT_LE(furthest, bars < 300 ? 1.5 : 24.0) << bars;
+    }
+}
+
+TEST(FrameSequence, noBarsAreNoBars)
+{
+    FramePainter painter(site);
+    FrameSequence frames(painter, {}, {.aspect = Look::Aspect::square, .bars = 0});
+    QImage still(1080, 1080, QImage::Format_RGB32);
+    {
+        QPainter context(&still);
+        painter.drawStill(context, still.size(), 0, {}, {.bars = 0});
+    }
+    EXPECT_LE(distance(frames.next(std::vector<float>(512)), still, {}), 0.51);
+}
+
+TEST(FrameSequence, nothingIsAllocatedForAFrame)
+{
+    FramePainter painter(site);
+    FrameSequence frames(painter, nightDrive(), {});
+    std::vector<std::vector<float>> spectra;
+    for (int frame = 0; frame < 60; ++frame)
+        spectra.push_back(test::movingSpectrum(frame));
+    for (const auto& spectrum : spectra)
+        frames.next(spectrum);
+    const int before = allocations;
+    for (const auto& spectrum : spectra)
+        frames.next(spectrum);
+    EXPECT_EQ(allocations - before, 0);
+}
+
+} // namespace
