@@ -25,6 +25,8 @@ struct Verb
     /// What follows the name on a command line.
     const char* arguments;
     QJsonValue (*run)(const QStringList& arguments);
+    /// It paints, and so needs fonts.
+    bool paints = false;
 };
 
 /// All verbs, in alphabetical order.
@@ -34,6 +36,7 @@ QJsonValue analyse(const QStringList& arguments);
 QJsonValue combinations(const QStringList& arguments);
 QJsonValue crate(const QStringList& arguments);
 QJsonValue decode(const QStringList& arguments);
+QJsonValue frame(const QStringList& arguments);
 QJsonValue master(const QStringList& arguments);
 QJsonValue measure(const QStringList& arguments);
 QJsonValue mix(const QStringList& arguments);
@@ -42,7 +45,9 @@ QJsonValue order(const QStringList& arguments);
 QJsonValue pitch(const QStringList& arguments);
 QJsonValue platforms(const QStringList& arguments);
 QJsonValue prompt(const QStringList& arguments);
+QJsonValue render(const QStringList& arguments);
 QJsonValue scan(const QStringList& arguments);
+QJsonValue spectrum(const QStringList& arguments);
 QJsonValue stretch(const QStringList& arguments);
 QJsonValue tag(const QStringList& arguments);
 

@@ -1,13 +1,15 @@
 #include "laboratory/Verb.h"
 #include "mastering/Failure.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -44,11 +46,26 @@ bool print(const QByteArray& bytes)
            std::fflush(stdout) == 0;
 }
 
+/// What a verb needs around it. One that paints needs no window system for it.
+std::unique_ptr<QCoreApplication> applicationFor(const QString& name, int& argc, char** argv)
+{
+    const auto verbs = lab::verbs();
+    const bool paints = std::any_of(verbs.begin(), verbs.end(), [&](const lab::Verb& verb) {
+        return verb.paints && name == QLatin1StringView(verb.name);
+    });
+    if (!paints)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Standard error is for one sentence.
+    QLoggingCategory::setFilterRules(u"*.warning=false"_s);
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
+    const auto application = applicationFor(QString::fromLocal8Bit(argc > 1 ? argv[1] : ""), argc, argv);
     try {
         const QStringList arguments = QCoreApplication::arguments().mid(1);
         const lab::Verb& verb = verbNamed(arguments.value(0));
