@@ -137,7 +137,7 @@ TEST_P(Ebu, aFullScaleToneOf997HzInOneChannelReadsMinus3)
     EXPECT_NEAR(integrated({tone(997.0, 0.0, 20.0, rate())}), -3.01, 0.02);
 }
 
-TEST_P(Ebu, aToneReadsBesideThatOf48kHzByTheGainOfTheHighPassAlone)
+TEST_P(Ebu, aToneReadsBesideThatOf48kHzByTheGainOfTheHighPass)
 {
     const auto passBandGain = [](double hertz) {
         const Master::Biquad highPass = Master::Biquad::kWeightingStage2(hertz);

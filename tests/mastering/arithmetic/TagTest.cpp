@@ -101,6 +101,20 @@ TEST(Stamp, whatLiesOutsideTheBufferIsLeftOut)
     }
 }
 
+TEST(Stamp, onlyThePartThatIsAskedForIsStamped)
+{
+    const Channels tag{Samples(1000, 1.0)};
+    Channels whole{silence(1000)};
+    stamp(whole, tag, Hits{0}, 0);
+    Channels part{silence(1000)};
+    stamp(part, 300, 600, tag, Hits{0}, 300);
+    for (std::size_t frame = 0; frame < 1000; ++frame)
+        ASSERT_EQ(part[0][frame], frame >= 300 && frame < 600 ? whole[0][frame] : 0.0) << frame;
+    const Channels before = part;
+    stamp(part, 600, 600, tag, Hits{0}, 600);
+    EXPECT_EQ(part, before);
+}
+
 TEST(Stamp, overlappingHitsAddUp)
 {
     const Channels tag{Samples(1000, 1.0)};

@@ -77,6 +77,7 @@ TEST(Classify, theFolderNamesCountExactlyAsWritten)
 TEST(Classify, anExtensionInUpperCaseCountsLikeOneInLowerCaseAndTheKeyKeepsItsCase)
 {
     EXPECT_THAT(classify(u"SONG.MP3"_s, u"Songs"_s), Optional(Library::Asset::audio));
+    EXPECT_THAT(classify(u"a.mp3"_s, u"Songs"_s), Optional(Library::Asset::audio));
     EXPECT_EQ(trackKey(u"SONG.MP3"_s), u"SONG"_s);
 }
 
@@ -85,6 +86,7 @@ TEST(TrackKey, dropsTheExtensionAndTheLyricsEnding)
     EXPECT_EQ(trackKey(u"Song.mp3"_s), u"Song"_s);
     EXPECT_EQ(trackKey(u"Song lyrics.txt"_s), u"Song"_s);
     EXPECT_EQ(trackKey(u"Mr. Blue.mp3"_s), u"Mr. Blue"_s);
+    EXPECT_EQ(trackKey(u"a.mp3"_s), u"a"_s);
     EXPECT_EQ(trackKey(u"Song Lyrics.txt"_s), u"Song Lyrics"_s);
     EXPECT_EQ(trackKey(u"Songlyrics.txt"_s), u"Songlyrics"_s);
     EXPECT_EQ(trackKey(QString()), QString());
@@ -95,6 +97,7 @@ TEST(TrackKey, aPlatformInBracketsBelongsToTheTrackBeforeIt)
     EXPECT_EQ(trackKey(u"Song (Spotify).wav"_s), u"Song"_s);
     EXPECT_EQ(trackKey(u" \tSong \t (X).wav"_s), u"Song"_s);
     EXPECT_EQ(trackKey(u"Song (Live) (Apple Music).flac"_s), u"Song (Live)"_s);
+    EXPECT_EQ(trackKey(u"(Spotify).wav"_s), QString());
 }
 
 TEST(TrackKey, anyOtherBracketIsATrackOfItsOwn)
@@ -104,6 +107,8 @@ TEST(TrackKey, anyOtherBracketIsATrackOfItsOwn)
     EXPECT_EQ(trackKey(u"Song (Spotify) .wav"_s), u"Song (Spotify) "_s);
     EXPECT_EQ(trackKey(u"Song (Spotify.wav"_s), u"Song (Spotify"_s);
     EXPECT_EQ(trackKey(u"Song Spotify).wav"_s), u"Song Spotify)"_s);
+    EXPECT_EQ(trackKey(u"Song (Spotify].wav"_s), u"Song (Spotify]"_s);
+    EXPECT_EQ(trackKey(u"Spotify).wav"_s), u"Spotify)"_s);
     EXPECT_EQ(trackKey(u"Song ().wav"_s), u"Song ()"_s);
 }
 
