@@ -464,6 +464,13 @@ TEST_F(Writing, whatTheSystemRefusesIsToldByTheFilesName)
     }
 }
 
+TEST_F(Writing, aPathWithANulIsRefused)
+{
+    for (const Format format : Master::allFormats)
+        EXPECT_EQ(errorOf([&] { write(noisy(2, 5000), format, rate, MP3Rate::v320, QString(u"a\0b"_s)); }), EINVAL);
+    EXPECT_EQ(folder.names(), QStringList());
+}
+
 TEST_F(Writing, aFolderAtTheFinalNameStays)
 {
     folder.write(u"a.wav/inside.txt"_s, "x");

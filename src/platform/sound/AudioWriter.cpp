@@ -90,6 +90,7 @@ public:
     Encoder(const QString& finalPath, const QString& temporaryPath, const Settings& settings)
         : finalPath_(finalPath)
         , temporaryPath_(temporaryPath)
+        , temporaryName_(systemName(temporaryPath))
         , settings_(settings)
         , traits_(traitsOf(settings.codec))
     {
@@ -146,7 +147,7 @@ private:
 
     void openFile()
     {
-        Descriptor file = makeStagingFile(systemName(temporaryPath_), 0666);
+        Descriptor file = makeStagingFile(temporaryName_, 0666);
         if (!file.isOpen()) {
             const int code = errno;
             temporaryPath_.clear();
@@ -263,12 +264,13 @@ private:
     void discard() noexcept
     {
         if (!temporaryPath_.isEmpty())
-            ::unlink(systemName(temporaryPath_).constData());
+            ::unlink(temporaryName_.constData());
         temporaryPath_.clear();
     }
 
     QString finalPath_;
     QString temporaryPath_;
+    QByteArray temporaryName_;
     Settings settings_;
     CodecTraits traits_;
     std::unique_ptr<FileStream> stream_;
