@@ -34,11 +34,11 @@ void makeFolder(const QString& folder)
         throw FileError(folder, refusal.value());
 }
 
-/// A name with a slash would lie in another folder.
+/// A name with a slash would lie in another folder, and one with a NUL be another name.
 QString pathIn(const QString& folder, const QString& name, const QString& extension)
 {
     const QString path = folder + u'/' + name + u'.' + extension;
-    if (name.contains(u'/'))
+    if (name.contains(u'/') || name.contains(QChar::Null))
         throw FileError(path, EINVAL);
     return path;
 }

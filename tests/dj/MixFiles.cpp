@@ -29,7 +29,7 @@ void levelled(double target, double ceiling, Channels& channels)
     Master::apply(target, ceiling, channels, 44100.0);
 }
 
-DJ::Analysis MixFiles::track(const Told& told, const Channels& channels, double rate, const QString& fileName)
+DJ::Analysis MixFiles::track(const Told& told, const Channels& channels, double rate, const QString& fileName) const
 {
     const QString path = folder.path((fileName.isEmpty() ? told.title : fileName) + u".wav"_s);
     Master::write(channels, rate, {.format = Master::Format::wav}, path);

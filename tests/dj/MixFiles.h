@@ -28,7 +28,8 @@ struct MixFiles : testing::Test
     TestFolder folder;
 
     /// Writes the track as a 24-bit WAV; its file is called by `title`, or `fileName` where there is one.
-    DJ::Analysis track(const Told& told, const Channels& channels, double rate = 44100.0, const QString& fileName = {});
+    DJ::Analysis track(const Told& told, const Channels& channels, double rate = 44100.0,
+                       const QString& fileName = {}) const;
 
     /// The sound of the mix with that name.
     Channels heard(const DJ::Mix& mix) const;
