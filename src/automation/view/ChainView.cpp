@@ -1,6 +1,7 @@
 #include "automation/view/ChainView.h"
 
 #include "automation/view/Arrow.h"
+#include "main/Chrome/RowKeys.h"
 #include "main/Chrome/SideScroller.h"
 
 #include <QHBoxLayout>
@@ -103,16 +104,7 @@ bool ChainView::isTicked(Stage stage) const
 
 int ChainView::indexFor(int key) const
 {
-    const int last = static_cast<int>(cards_.size()) - 1;
-    const int forward = isRightToLeft() ? Qt::Key_Left : Qt::Key_Right;
-    const int backward = isRightToLeft() ? Qt::Key_Right : Qt::Key_Left;
-    if (key == forward)
-        return std::min(last, selected_ + 1);
-    if (key == backward)
-        return std::max(0, selected_ - 1);
-    if (key == Qt::Key_Home)
-        return 0;
-    return key == Qt::Key_End ? last : -1;
+    return indexForKey(key, *this, selected_, static_cast<int>(cards_.size()));
 }
 
 bool ChainView::eventFilter(QObject* watched, QEvent* event)

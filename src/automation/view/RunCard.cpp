@@ -6,8 +6,8 @@
 #include "main/App/L10n.h"
 #include "main/Chrome/AccentButton.h"
 #include "main/Chrome/Badge.h"
-#include "main/Chrome/ElidedLabel.h"
 #include "main/Chrome/LogView.h"
+#include "main/Chrome/ProgressCaption.h"
 #include "main/Chrome/ProgressLine.h"
 #include "suno/TimeLeft.h"
 
@@ -47,7 +47,8 @@ RunCard::RunCard(QWidget* parent)
     progress_->setObjectName(u"progress"_s);
     progress_->setAccessibleName(L10n::t(Key::progress));
     column->addWidget(progress_);
-    column->addLayout(buildCaption());
+    caption_ = new ProgressCaption(this);
+    column->addWidget(caption_);
     column->addWidget(buildLog(), 1);
     setRunning(false);
 }
@@ -107,22 +108,6 @@ QWidget* RunCard::buildPlan()
     return planCard_;
 }
 
-QBoxLayout* RunCard::buildCaption()
-{
-    progressLabel_ = new ElidedLabel({}, this);
-    progressLabel_->setObjectName(u"progressLabel"_s);
-    progressLabel_->setElideMode(Qt::ElideRight);
-    progressLabel_->setFont(Theme::small());
-    timeLeft_ = makeNote({}, this);
-    timeLeft_->setObjectName(u"timeLeft"_s);
-    timeLeft_->setWordWrap(false);
-
-    auto* row = new QHBoxLayout;
-    row->addWidget(progressLabel_, 1);
-    row->addWidget(timeLeft_);
-    return row;
-}
-
 QWidget* RunCard::buildLog()
 {
     logView_ = new LogView(this);
@@ -135,11 +120,11 @@ QWidget* RunCard::buildLog()
 void RunCard::setRunning(bool running)
 {
     running_ = running;
-    timeLeft_->clear();
+    caption_->clearTimeLeft();
     if (running) {
         stepsView_->reset();
         progress_->setValue(0);
-        progressLabel_->clear();
+        caption_->clear();
         hidePlan();
     }
     stateBadge_->setBadge(L10n::t(running ? Key::running : Key::idle), running ? Theme::accent : Theme::textMuted);
@@ -175,8 +160,7 @@ void RunCard::setStage(Stage stage, const StageState& state)
     if (state.kind != StageState::Kind::running)
         return;
     progress_->setValue(0);
-    progressLabel_->clear();
-    timeLeft_->clear();
+    caption_->clear();
 }
 
 void RunCard::show(const RunProgress& progress)
@@ -184,16 +168,14 @@ void RunCard::show(const RunProgress& progress)
     progress_->setValue(progress.fraction());
     if (progress.label.isEmpty())
         return;
-    progressLabel_->setText(progress.label);
-    timeLeft_->setText(progress.timeLeft ? timeLeftText(*progress.timeLeft) : QString());
+    caption_->tell(progress.label, progress.timeLeft ? timeLeftText(*progress.timeLeft) : QString());
 }
 
 void RunCard::finish(const RunSummary& summary)
 {
     progress_->setValue(summary.bar());
     stepsView_->setProgress(summary.steps());
-    progressLabel_->setText(summary.text());
-    timeLeft_->clear();
+    caption_->tell(summary.text());
 }
 
 void RunCard::log(const QTime& time, const QString& message, LogLevel level)

@@ -15,8 +15,8 @@ namespace orvane {
 
 class AccentButton;
 class Badge;
-class ElidedLabel;
 class LogView;
+class ProgressCaption;
 class ProgressLine;
 class StepsView;
 
@@ -53,7 +53,6 @@ private:
     QBoxLayout* buildHead();
     QBoxLayout* buildButtons();
     QWidget* buildPlan();
-    QBoxLayout* buildCaption();
     QWidget* buildLog();
     void updateButton();
 
@@ -66,8 +65,7 @@ private:
     QLabel* planLabel_ = nullptr;
     StepsView* stepsView_ = nullptr;
     ProgressLine* progress_ = nullptr;
-    ElidedLabel* progressLabel_ = nullptr;
-    QLabel* timeLeft_ = nullptr;
+    ProgressCaption* caption_ = nullptr;
     LogView* logView_ = nullptr;
     bool running_ = false;
     int unmet_ = 0;

@@ -1,6 +1,7 @@
 #include "main/Chrome/TabBar.h"
 
 #include "main/Chrome/CardView.h"
+#include "main/Chrome/RowKeys.h"
 #include "main/Chrome/SideScroller.h"
 #include "main/Chrome/TabButton.h"
 
@@ -127,16 +128,7 @@ bool TabBar::eventFilter(QObject* watched, QEvent* event)
 
 int TabBar::indexFor(int key) const
 {
-    const int last = int(buttons_.size()) - 1;
-    const int forward = isRightToLeft() ? Qt::Key_Left : Qt::Key_Right;
-    const int backward = isRightToLeft() ? Qt::Key_Right : Qt::Key_Left;
-    if (key == forward)
-        return std::min(last, selected_ + 1);
-    if (key == backward)
-        return std::max(0, selected_ - 1);
-    if (key == Qt::Key_Home)
-        return 0;
-    return key == Qt::Key_End ? last : -1;
+    return indexForKey(key, *this, selected_, static_cast<int>(buttons_.size()));
 }
 
 void TabBar::keyPressEvent(QKeyEvent* event)

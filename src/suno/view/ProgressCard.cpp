@@ -2,8 +2,8 @@
 
 #include "main/App/L10n.h"
 #include "main/Chrome/Badge.h"
-#include "main/Chrome/ElidedLabel.h"
 #include "main/Chrome/LogView.h"
+#include "main/Chrome/ProgressCaption.h"
 #include "main/Chrome/ProgressLine.h"
 #include "suno/LibraryExport.h"
 #include "suno/TimeLeft.h"
@@ -51,10 +51,11 @@ ProgressCard::ProgressCard(QWidget* parent)
     buildLog();
     column->addLayout(buildHead());
     column->addWidget(progress_);
-    column->addLayout(buildCaption());
+    caption_ = new ProgressCaption(this);
+    column->addWidget(caption_);
     column->addWidget(logView_, 1);
     setRunning(false);
-    progressLabel_->setText(u"0 of 0 tracks"_s);
+    caption_->tell(u"0 of 0 tracks"_s);
 }
 
 QBoxLayout* ProgressCard::buildHead()
@@ -81,22 +82,6 @@ void ProgressCard::buildBar()
     progress_->setAccessibleName(L10n::t(L10n::Key::progress));
 }
 
-QBoxLayout* ProgressCard::buildCaption()
-{
-    progressLabel_ = new ElidedLabel({}, this);
-    progressLabel_->setObjectName(u"progressLabel"_s);
-    progressLabel_->setElideMode(Qt::ElideRight);
-    progressLabel_->setFont(Theme::small());
-    timeLeft_ = makeNote({}, this);
-    timeLeft_->setObjectName(u"timeLeft"_s);
-    timeLeft_->setWordWrap(false);
-
-    auto* row = new QHBoxLayout;
-    row->addWidget(progressLabel_, 1);
-    row->addWidget(timeLeft_);
-    return row;
-}
-
 void ProgressCard::buildLog()
 {
     logView_ = new LogView(this);
@@ -109,8 +94,7 @@ void ProgressCard::setRunning(bool running)
 {
     if (running)
         progress_->setValue(0);
-    progressLabel_->clear();
-    timeLeft_->clear();
+    caption_->clear();
     stateBadge_->setBadge(L10n::t(running ? L10n::Key::running : L10n::Key::idle),
                           running ? Theme::accent : Theme::textMuted);
 }
@@ -125,9 +109,9 @@ void ProgressCard::show(const ExportProgress& progress)
     progress_->setValue(fraction(progress));
     if (progress.done == progress.count)
         return;
-    progressLabel_->setText(u"%1 of %2 tracks — %3"_s.arg(QString::number(progress.done + 1),
-                                                          QString::number(progress.count), progress.base));
-    timeLeft_->setText(progress.timeLeft ? timeLeftText(*progress.timeLeft) : QString());
+    const QString text = u"%1 of %2 tracks — %3"_s.arg(QString::number(progress.done + 1),
+                                                       QString::number(progress.count), progress.base);
+    caption_->tell(text, progress.timeLeft ? timeLeftText(*progress.timeLeft) : QString());
 }
 
 void ProgressCard::log(const QTime& time, const QString& message, LogLevel level)

@@ -7,13 +7,12 @@
 #include <QTime>
 
 class QBoxLayout;
-class QLabel;
 
 namespace orvane {
 
 class Badge;
-class ElidedLabel;
 class LogView;
+class ProgressCaption;
 class ProgressLine;
 struct ExportProgress;
 
@@ -37,14 +36,12 @@ public:
 private:
     QBoxLayout* buildHead();
     void buildBar();
-    QBoxLayout* buildCaption();
     void buildLog();
 
     Badge* awakeMark_ = nullptr;
     Badge* stateBadge_ = nullptr;
     ProgressLine* progress_ = nullptr;
-    ElidedLabel* progressLabel_ = nullptr;
-    QLabel* timeLeft_ = nullptr;
+    ProgressCaption* caption_ = nullptr;
     LogView* logView_ = nullptr;
 };
 
