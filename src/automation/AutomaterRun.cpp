@@ -5,6 +5,7 @@
 #include "platform/desktop/Notifier.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/network/Redaction.h"
+#include "video/VideoEngine.h"
 
 #include <QtConcurrentRun>
 #include <qcoro/qcorofuture.h>
@@ -70,6 +71,7 @@ AutomaterRun::AutomaterRun(const AutomationServices& services, QObject* parent)
     : QObject(parent)
     , services_(services)
     , engine_(services.client, services.clock, services.endpoints)
+    , videoEngine_(std::make_unique<VideoEngine>(services.endpoints.productSite.host()))
 {
     engine_.onLog = [this](const QString& message, LogLevel level) { log(message, level); };
     engine_.tokenProvider = [this] { return services_.session.token(); };
@@ -81,6 +83,7 @@ AutomaterRun::~AutomaterRun()
     onOpenFolder = nullptr;
     isWatched = nullptr;
     engine_.stop();
+    videoEngine_->stop();
 }
 
 RunChoices AutomaterRun::choices() const
@@ -119,6 +122,7 @@ void AutomaterRun::stop()
     if (!running_ || engine_.isStopping())
         return;
     engine_.stop();
+    videoEngine_->stop();
     log(L10n::t(L10n::Key::log1), LogLevel::error);
 }
 
@@ -135,6 +139,7 @@ void AutomaterRun::begin(const PipelineConfig& config)
     services_.session.automationInProgress = true;
     running_ = true;
     engine_.reset();
+    videoEngine_->reset();
     renamedStems_.clear();
     outcomes_.clear();
     services_.sleep.hold(u"Running the Automater"_s);

@@ -6,6 +6,7 @@
 #include "automation/RunChoices.h"
 #include "automation/RunPlan.h"
 #include "automation/RunSummary.h"
+#include "automation/SiteVisualizer.h"
 #include "automation/Stage.h"
 #include "automation/TrackFolder.h"
 #include "automation/TrackWork.h"
@@ -13,6 +14,7 @@
 #include "suno/Engine.h"
 #include "suno/LogLevel.h"
 #include "suno/SaveClips.h"
+#include "video/VisualizerStyle.h"
 
 #include <QHash>
 #include <QMap>
@@ -23,9 +25,11 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace orvane {
+class VideoEngine;
 
 /// How far a stage has come.
 struct RunProgress
@@ -38,15 +42,17 @@ struct RunProgress
     QString label;
     /// Of this stage; absent while too little has been measured.
     std::optional<std::chrono::milliseconds> timeLeft;
+    /// How far the track at hand is, from 0 to 1, where that is known.
+    double within = 0.0;
 
     bool operator==(const RunProgress&) const = default;
 
     /// From 0 to 1.
-    double fraction() const { return count > 0 ? static_cast<double>(done) / count : 0.0; }
+    double fraction() const { return count > 0 ? (done + within) / count : 0.0; }
 };
 
-/// One press that does every job of the chain: it reads, downloads, renames, tags and masters a library, a folder or
-/// one track. Records in, states, lines and progress out, no window.
+/// One press that does every job of the chain: it reads, downloads, renames, tags, masters and films a library, a
+/// folder or one track. Records in, states, lines and progress out, no window.
 ///
 /// One run goes at a time. Everything happens on the main thread but work on files and sound, which is awaited. What is
 /// on disk is the only record: a run that was stopped anywhere is started again without harm. Destroying it stops a run
@@ -67,6 +73,10 @@ public:
     std::function<QCoro::Task<std::optional<QString>>()> namingProvider;
     /// What the Mastering tab is set to. Asked when the mastering begins.
     std::function<std::optional<MasteringTarget>()> masteringProvider;
+    /// How the site's visualizer is set now; nothing where its page is not open. Asked when the rendering begins.
+    std::function<QCoro::Task<std::optional<Video::VisualizerStyle>>()> styleProvider;
+    /// Renders where the choices say so; without it no video is made that way. Outlives the run.
+    SiteVisualizer* siteVisualizer = nullptr;
     /// Whether the user is looking, so that no notification is needed; false without it.
     std::function<bool()> isWatched;
     /// Shows a folder to the user.
@@ -79,7 +89,8 @@ public:
     /// Stops a running run; else starts one, unless a prerequisite is not met or the Downloader is at work, which is
     /// said in the log and changes nothing.
     void toggle();
-    /// Ends the run that goes, at the next track or within 150 ms of a wait; a master under way is finished.
+    /// Ends the run that goes, at the next track or within 150 ms of a wait; a master under way is finished, a video
+    /// under way is given up, and a wait for the visualizer's page ends within 2 s.
     void stop();
 
     /// Takes new clips from the download on through the chain; `isRunning` for as long. Gives the identifiers of those
@@ -140,7 +151,16 @@ private:
     MasteringTarget chosenTarget(const RunChoices& current) const;
     TrackWork::MasterOrder masterOrder(const MasteringTarget& target) const;
     QCoro::Task<Loop> masterAll(QList<SavedTrack> saved, QString folder, TrackWork::MasterOrder order);
-    QCoro::Task<> renderVideos(QList<SavedTrack> saved, PipelineConfig config);
+    QCoro::Task<> renderVideos(QList<SavedTrack> saved);
+    QCoro::Task<Video::Look> prepareRenderer();
+    void logEstimate(const QList<SavedTrack>& missing);
+    QCoro::Task<Loop> renderAll(QList<SavedTrack> missing, QString folder, Video::Look look);
+    /// Gives the refusal, empty where the video stands; absent where the run was stopped before.
+    QCoro::Task<std::optional<QString>> renderVideo(VideoWork::Order order, RunProgress progress);
+    QCoro::Task<std::optional<QString>> renderOnSite(VideoWork::Order order);
+    /// False after a stop.
+    QCoro::Task<bool> waitUntilVisible();
+    void showVideo(RunProgress progress, const QString& name);
 
     /// Whether the stage has something to do; else says why it has not, with `otherwise` for a ticked one. Nothing is
     /// said after a stop.
@@ -159,6 +179,7 @@ private:
 
     const AutomationServices services_;
     Engine engine_;
+    const std::unique_ptr<VideoEngine> videoEngine_;
     bool running_ = false;
     RunChoices choices_;
     /// Where the latest run works; a change of the session's folder is for the next.

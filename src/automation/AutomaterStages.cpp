@@ -1,10 +1,9 @@
 #include "automation/AutomaterRun.h"
+#include "automation/StageTime.h"
 #include "main/App/L10n.h"
 #include "main/App/Session.h"
 #include "mastering/Format.h"
 #include "mastering/WatermarkSettings.h"
-#include "platform/async/Clock.h"
-#include "suno/TimeLeft.h"
 
 #include <QFileInfo>
 #include <QtConcurrentRun>
@@ -40,30 +39,6 @@ bool isMp3(const QString& path)
     return QFileInfo(path).suffix().toLower() == u"mp3";
 }
 
-/// How long the rest of a stage will take whose tracks are all of one kind of work.
-class StageTime
-{
-public:
-    StageTime(Clock& clock, qsizetype tracks)
-        : clock_(clock)
-        , left_(static_cast<int>(tracks), 0)
-    {
-    }
-
-    std::optional<std::chrono::milliseconds> begin()
-    {
-        began_ = clock_.monotonic();
-        return left_.remaining();
-    }
-
-    void end() { left_.done(TimeLeft::Work::download, clock_.monotonic() - began_); }
-
-private:
-    Clock& clock_;
-    TimeLeft left_;
-    std::chrono::milliseconds began_{0};
-};
-
 } // namespace
 
 QCoro::Task<> AutomaterRun::runRemaining(QList<SavedTrack> saved, PipelineConfig config)
@@ -71,7 +46,7 @@ QCoro::Task<> AutomaterRun::runRemaining(QList<SavedTrack> saved, PipelineConfig
     co_await renameTracks(saved, config);
     co_await tagTracks(saved, config);
     co_await masterTracks(saved, config);
-    co_await renderVideos(saved, config);
+    co_await renderVideos(saved);
 }
 
 bool AutomaterRun::enters(Stage stage, bool isTicked, const QList<SavedTrack>& saved, const QString& otherwise)
@@ -298,13 +273,6 @@ void AutomaterRun::logMastered(const QString& stem, const Master::Result& result
                                              oneDecimal(result.after.integrated), oneDecimal(result.after.truePeak),
                                              result.limited ? u" (limited)"_s : QString()),
         LogLevel::success);
-}
-
-QCoro::Task<> AutomaterRun::renderVideos(QList<SavedTrack> saved, PipelineConfig)
-{
-    // Nothing renders videos so far; here the stage joins, with the same tracks and folder as those before it.
-    enters(Stage::video, false, saved, turnedOff);
-    co_return;
 }
 
 } // namespace orvane

@@ -25,6 +25,13 @@ QString labelOf(RunSource source);
 /// One or two sentences about it, for under the picker.
 QString noteOf(RunSource source);
 
+/// How videos are made, in the order of the picker.
+enum class VideoRenderer
+{
+    own,
+    website
+};
+
 /// What masters are made for, and written as.
 struct MasteringTarget
 {
@@ -41,6 +48,8 @@ struct RunChoices
     bool rename = false;
     bool tag = false;
     bool master = false;
+    bool video = false;
+    VideoRenderer renderer = VideoRenderer::own;
     /// Place in the table of the namer's patterns, used where the Namer gives none; "clean" outside of it.
     int patternIndex = 0;
     /// Place in the table of platforms, used where the Mastering tab gives none; the first outside of it.

@@ -66,6 +66,13 @@ QString masterWork(const PlanFacts& facts)
                                                               Master::rawValue(facts.target.format));
 }
 
+QString videoWork(const PlanFacts& facts)
+{
+    const QString renderer =
+        facts.choices.renderer == VideoRenderer::own ? u"the app's own engine"_s : u"the website"_s;
+    return u"%1 with %2, into Videos, what is there already stays"_s.arg(countedOrEvery(facts.tracks), renderer);
+}
+
 } // namespace
 
 QString planText(const PlanFacts& facts)
@@ -77,7 +84,7 @@ QString planText(const PlanFacts& facts)
                             line(Stage::rename, ifTicked(choices.rename, facts, renameWork(facts))),
                             line(Stage::tag, ifTicked(choices.tag, facts, tagWork(facts))),
                             line(Stage::master, ifTicked(choices.master, facts, masterWork(facts))),
-                            line(Stage::video, u"turned off"_s)};
+                            line(Stage::video, ifTicked(choices.video, facts, videoWork(facts)))};
     return lines.join(u'\n');
 }
 

@@ -172,10 +172,15 @@ QString makeMasteredFolder(const QString& folder)
     return refusalTo(std::filesystem::create_directory, folder + u"/Mastered"_s);
 }
 
+QString makeVideosFolder(const QString& folder)
+{
+    return refusalTo(std::filesystem::create_directory, folder + u"/Videos"_s);
+}
+
 void removeLeftovers(const QString& folder)
 {
-    removeStagingLeftovers(folder);
-    removeStagingLeftovers(folder + u"/Mastered"_s);
+    for (const QString& each : {folder, folder + u"/Mastered"_s, folder + u"/Videos"_s})
+        removeStagingLeftovers(each);
 }
 
 } // namespace orvane::TrackWork

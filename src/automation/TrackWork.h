@@ -100,8 +100,10 @@ QString makeFolder(const QString& path);
 /// Makes the folder of masters in `folder`, which is not made itself: where it has vanished, as with the disk that it
 /// was on, nothing takes its place. Gives the refusal, empty where it stands.
 QString makeMasteredFolder(const QString& folder);
+/// The same for the folder of videos.
+QString makeVideosFolder(const QString& folder);
 
-/// Removes what a killed run left half-written in the folder and in its folder of masters.
+/// Removes what a killed run left half-written in the folder and in those of masters and videos.
 void removeLeftovers(const QString& folder);
 
 } // namespace TrackWork

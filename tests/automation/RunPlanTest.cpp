@@ -31,6 +31,17 @@ TEST(PlanText, ofALibraryTellsOfEveryTrack)
               "Render videos — turned off"_s);
 }
 
+TEST(PlanText, tellsWhoRendersTheVideos)
+{
+    PlanFacts known = facts(RunSource::folder, 12, 11);
+    known.choices.video = true;
+    EXPECT_EQ(planText(known).section(u'\n', 5),
+              u"Render videos — 12 tracks with the app's own engine, into Videos, what is there already stays"_s);
+    known.choices.renderer = VideoRenderer::website;
+    EXPECT_EQ(planText(known).section(u'\n', 5),
+              u"Render videos — 12 tracks with the website, into Videos, what is there already stays"_s);
+}
+
 TEST(PlanText, ofAWorkspaceSaysSo)
 {
     PlanFacts known = facts(RunSource::download);

@@ -187,14 +187,16 @@ TEST_F(TrackFiles, theFolderOfMastersIsNotMadeInAFolderThatIsGone)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-TEST_F(TrackFiles, leftoversOfAKilledRunAreRemovedHereAndAmongTheMasters)
+TEST_F(TrackFiles, leftoversOfAKilledRunAreRemovedHereAndAmongMastersAndVideos)
 {
-    for (const QString& name : {u"001 - Song.mp3.part"_s, u".Song.mp3.tagging"_s, u".Tracklist.txt.new"_s,
-                                u"Mastered/.Song.wav.new"_s, u"Song.mp3"_s, u"Mastered/Song.wav"_s})
+    for (const QString& name :
+         {u"001 - Song.mp3.part"_s, u".Song.mp3.tagging"_s, u".Tracklist.txt.new"_s, u"Mastered/.Song.wav.new"_s,
+          u"Song.mp3"_s, u"Mastered/Song.wav"_s, u"Videos/.Song.mp4.new"_s, u"Videos/Song.mp4"_s})
         folder.write(name, "x");
     removeLeftovers(folder.path());
-    EXPECT_EQ(folder.names(), (QStringList{u"Mastered"_s, u"Song.mp3"_s}));
+    EXPECT_EQ(folder.names(), (QStringList{u"Mastered"_s, u"Song.mp3"_s, u"Videos"_s}));
     EXPECT_EQ(QDir(folder.path(u"Mastered"_s)).entryList(QDir::Files | QDir::Hidden), QStringList{u"Song.wav"_s});
+    EXPECT_EQ(QDir(folder.path(u"Videos"_s)).entryList(QDir::Files | QDir::Hidden), QStringList{u"Song.mp4"_s});
 }
 
 } // namespace

@@ -43,7 +43,6 @@ QList<ChainView::Module> modulesFor(const RunChoices& choices)
                         .summary = {},
                         .state = {},
                         .isOptional = isOptional(stage),
-                        .canToggle = stage != Stage::video,
                         .isTicked = ChainTexts::isTicked(stage, choices)});
     }
     return modules;
@@ -224,7 +223,7 @@ RunChoices AutomaterTab::choices() const
 ChainTexts::Facts AutomaterTab::facts()
 {
     const AutomaterRun& run = automater_.run();
-    ChainTexts::Facts facts{.choices = choices(), .config = {}, .target = {}, .renderer = details_->renderer()};
+    ChainTexts::Facts facts{.choices = choices(), .config = {}, .target = {}};
     if (run.configProvider)
         facts.config = run.configProvider().value_or(PipelineConfig());
     const auto fromTab = run.masteringProvider ? run.masteringProvider() : std::nullopt;

@@ -11,7 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 using ChainTexts::Facts;
-using ChainTexts::Renderer;
 
 QString readSummary(const Facts& facts)
 {
@@ -47,7 +46,7 @@ QString masterSummary(const Facts& facts)
 
 QString videoSummary(const Facts& facts)
 {
-    return (facts.renderer == Renderer::website ? u"website"_s : u"fast"_s) + u", Videos/"_s;
+    return (facts.choices.renderer == VideoRenderer::website ? u"website"_s : u"fast"_s) + u", Videos/"_s;
 }
 
 } // namespace
@@ -81,7 +80,7 @@ bool ChainTexts::isTicked(Stage stage, const RunChoices& choices)
     case Stage::master:
         return choices.master;
     case Stage::video:
-        return false;
+        return choices.video;
     case Stage::read:
     case Stage::download:
         break;

@@ -9,20 +9,12 @@
 
 namespace orvane::ChainTexts {
 
-/// How videos are made.
-enum class Renderer
-{
-    own,
-    website
-};
-
 /// Everything that the chain tells about the present settings.
 struct Facts
 {
     RunChoices choices;
     PipelineConfig config;
     MasteringTarget target;
-    Renderer renderer = Renderer::own;
     /// A track with audio is selected in Files.
     bool hasSelection = false;
 };

@@ -59,7 +59,6 @@ void ModuleCard::buildToggle()
     toggle_->setObjectName(u"toggle"_s);
     toggle_->setAccessibleName(module_.title);
     toggle_->setChecked(module_.isTicked);
-    toggle_->setEnabled(module_.canToggle);
     connect(toggle_, &TickBox::clicked, this, [this](bool isTicked) {
         setTicked(isTicked);
         if (onToggle)

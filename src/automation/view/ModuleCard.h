@@ -27,8 +27,6 @@ public:
         StageState state;
         /// The user may leave it out.
         bool isOptional = false;
-        /// The user may change that now.
-        bool canToggle = true;
         bool isTicked = true;
 
         bool operator==(const Module&) const = default;

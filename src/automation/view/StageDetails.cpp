@@ -16,7 +16,6 @@
 namespace orvane {
 
 using namespace Qt::Literals::StringLiterals;
-using ChainTexts::Renderer;
 using L10n::Key;
 
 namespace {
@@ -154,13 +153,13 @@ void StageDetails::buildVideo()
 {
     QWidget* toggle = makeToggle(Stage::video, L10n::t(Key::stageVideo));
     toggle->setObjectName(u"videoToggle"_s);
+    // Hours of work are not for everybody: whoever wants them says so.
     toggles_.value(Stage::video)->setChecked(false);
-    toggle->setEnabled(false);
-    rendererPicker_ = new SegmentBar(
-        {{u"Orvane"_s, static_cast<int>(Renderer::own)}, {u"Website"_s, static_cast<int>(Renderer::website), false}});
+    rendererPicker_ = new SegmentBar({{u"Orvane"_s, static_cast<int>(VideoRenderer::own)},
+                                      {u"Website"_s, static_cast<int>(VideoRenderer::website), false}});
     rendererPicker_->setObjectName(u"rendererPicker"_s);
     rendererPicker_->setAccessibleName(L10n::t(Key::videoRenderer));
-    rendererPicker_->setSelectedTag(static_cast<int>(Renderer::own));
+    rendererPicker_->setSelectedTag(static_cast<int>(VideoRenderer::own));
     connect(rendererPicker_, &SegmentBar::selectionChanged, this, &StageDetails::rendererChanged);
     videoNote_ = makeNote({});
     videoNote_->setObjectName(u"videoNote"_s);
@@ -209,15 +208,12 @@ RunChoices StageDetails::choices() const
             .rename = toggles_.value(Stage::rename)->isChecked(),
             .tag = toggles_.value(Stage::tag)->isChecked(),
             .master = toggles_.value(Stage::master)->isChecked(),
+            .video = toggles_.value(Stage::video)->isChecked(),
+            .renderer = static_cast<VideoRenderer>(rendererPicker_->selectedTag()),
             .patternIndex = patternPicker_->currentIndex(),
             .platformIndex = platformPicker_->currentIndex(),
             .formatIndex = formatPicker_->currentIndex(),
             .openWhenDone = false};
-}
-
-Renderer StageDetails::renderer() const
-{
-    return static_cast<Renderer>(rendererPicker_->selectedTag());
 }
 
 void StageDetails::masteringChanged()
@@ -228,7 +224,7 @@ void StageDetails::masteringChanged()
 
 void StageDetails::rendererChanged()
 {
-    videoNote_->setText(L10n::t(renderer() == Renderer::own ? Key::videoFastNote : Key::videoWebNote));
+    videoNote_->setText(L10n::t(choices().renderer == VideoRenderer::own ? Key::videoFastNote : Key::videoWebNote));
     changed();
 }
 

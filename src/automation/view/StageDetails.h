@@ -2,7 +2,6 @@
 
 #include "automation/RunChoices.h"
 #include "automation/Stage.h"
-#include "automation/view/ChainTexts.h"
 
 #include <QMap>
 #include <QWidget>
@@ -43,7 +42,6 @@ public:
 
     /// The settings of the stages; the rest is as it comes.
     RunChoices choices() const;
-    ChainTexts::Renderer renderer() const;
 
 private:
     void addView(Stage stage, const QList<QWidget*>& content);

@@ -73,15 +73,24 @@ TEST_F(AutomaterTabTest, theStagesHaveTheirTogglesAndLines)
                                                    u"using the look set in the Visualizer tab, into Videos/"_s}));
 }
 
-TEST_F(AutomaterTabTest, videosCannotBeTurnedOnNorTheWebsiteChosen)
+TEST_F(AutomaterTabTest, videosAreForThoseWhoTurnThemOn)
 {
-    EXPECT_FALSE(part<TickBox>(u"videoToggle"_s)->isEnabled());
     EXPECT_FALSE(part<TickBox>(u"videoToggle"_s)->isChecked());
-    EXPECT_FALSE(card(Stage::video)->toggle()->isEnabled());
+    EXPECT_FALSE(tab->choices().video);
+    part<TickBox>(u"videoToggle"_s)->click();
+    EXPECT_TRUE(tab->choices().video);
+    EXPECT_TRUE(card(Stage::video)->toggle()->isChecked());
+    card(Stage::video)->toggle()->click();
+    EXPECT_FALSE(tab->choices().video);
+}
+
+TEST_F(AutomaterTabTest, theWebsiteCannotBeChosenForVideos)
+{
     auto* renderer = part<SegmentBar>(u"rendererPicker"_s);
     ASSERT_EQ(renderer->items().size(), 2);
     renderer->choose(1);
     EXPECT_EQ(renderer->selectedIndex(), 0);
+    EXPECT_EQ(tab->choices().renderer, VideoRenderer::own);
     EXPECT_TRUE(text(u"videoNote"_s).startsWith(u"Rendered by the app itself"));
 }
 

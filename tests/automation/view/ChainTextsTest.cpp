@@ -8,7 +8,6 @@ namespace orvane::test {
 namespace {
 
 using ChainTexts::Facts;
-using ChainTexts::Renderer;
 using ChainTexts::shareOf;
 using ChainTexts::summaryOf;
 
@@ -55,7 +54,7 @@ TEST(ChainTexts, theOtherStagesTellTheirSettings)
     EXPECT_EQ(summaryOf(Stage::tag, facts), u"ID3"_s);
     EXPECT_EQ(summaryOf(Stage::master, facts), u"Target -14 LUFS, WAV 24-bit"_s);
     EXPECT_EQ(summaryOf(Stage::video, facts), u"fast, Videos/"_s);
-    facts.renderer = Renderer::website;
+    facts.choices.renderer = VideoRenderer::website;
     EXPECT_EQ(summaryOf(Stage::video, facts), u"website, Videos/"_s);
 }
 
@@ -90,6 +89,7 @@ TEST(ChainTexts, onlyTickedStagesCountAsTicked)
     EXPECT_FALSE(ChainTexts::isTicked(Stage::tag, choices));
     EXPECT_TRUE(ChainTexts::isTicked(Stage::master, choices));
     EXPECT_FALSE(ChainTexts::isTicked(Stage::video, choices));
+    EXPECT_TRUE(ChainTexts::isTicked(Stage::video, {.video = true}));
 }
 
 TEST(ChainTexts, theShareOfARunGrowsFromNothingToAll)

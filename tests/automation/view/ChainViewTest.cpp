@@ -26,12 +26,8 @@ using Kind = StageState::Kind;
 QList<ChainView::Module> allModules()
 {
     QList<ChainView::Module> modules;
-    for (const Stage stage : stageOrder) {
-        modules.append({.stage = stage,
-                        .title = nameOf(stage),
-                        .isOptional = isOptional(stage),
-                        .canToggle = stage != Stage::video});
-    }
+    for (const Stage stage : stageOrder)
+        modules.append({.stage = stage, .title = nameOf(stage), .isOptional = isOptional(stage)});
     return modules;
 }
 
@@ -101,8 +97,6 @@ TEST_F(ChainViewTest, onlyTheOptionalStagesHaveABox)
 {
     for (const Stage stage : stageOrder)
         EXPECT_EQ(card(stage)->toggle() != nullptr, isOptional(stage)) << nameOf(stage).toStdString();
-    EXPECT_FALSE(card(Stage::video)->toggle()->isEnabled());
-    EXPECT_TRUE(card(Stage::master)->toggle()->isEnabled());
 }
 
 TEST_F(ChainViewTest, aTickIsToldAndDoesNotSelect)
