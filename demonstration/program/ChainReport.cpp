@@ -38,13 +38,22 @@ QByteArray soundOf(const QByteArray& mp3)
     return mp3.sliced(Tags::audioOffset(mp3));
 }
 
+/// Everything that a run leaves.
+struct Folders
+{
+    FolderInspection tracks;
+    FolderInspection masters;
+    FolderInspection videos;
+};
+
 /// One track, looked at stage by stage. A stage that joins the chain adds a look of its own.
 class TrackInspection
 {
 public:
-    TrackInspection(FolderInspection& folder, FolderInspection& masters, const MasteringTarget& target, QString stem)
-        : folder_(folder)
-        , masters_(masters)
+    TrackInspection(Folders& folders, const MasteringTarget& target, QString stem)
+        : folder_(folders.tracks)
+        , masters_(folders.masters)
+        , videos_(folders.videos)
         , target_(target)
         , stem_(std::move(stem))
     {
@@ -85,6 +94,23 @@ public:
                 u"Mastered/%1 misses %2 LUFS or %3 dBTP."_s.arg(name).arg(target).arg(target_.platform.ceiling));
     }
 
+    /// As long as the recording to a frame, in the usual shape, with sound; a picture of its middle goes to `pictures`.
+    void lookAtVideo(const QString& pictures)
+    {
+        const QString name = stem_ + u".mp4"_s;
+        if (!videos_.expect(name))
+            return;
+        video_ = videoOf(videos_.path(name));
+        const double seconds = before_ ? before_->seconds : 0.0;
+        const bool isRight = video_.pictureCodec == u"h264" && video_.soundCodec == u"aac" &&
+                             video_.size == QSize(1080, 1920) && std::abs(video_.seconds - seconds) <= 2.0 / 30 &&
+                             video_.frames == static_cast<int>(seconds * 30);
+        if (!isRight)
+            folder_.addFault(u"Videos/%1 is not the film of %2 s that it should be."_s.arg(name).arg(seconds));
+        if (!savePicture(videos_.path(name), video_.seconds / 2, pictures + u'/' + stem_ + u".png"_s))
+            folder_.addFault(u"Videos/%1 shows no picture at its middle."_s.arg(name));
+    }
+
     QStringList lines() const
     {
         const qint64 bytes = QFileInfo(folder_.path(stem_ + u".mp3"_s)).size();
@@ -98,17 +124,23 @@ public:
                 u"%1%2 · %3 · %4 · %5 · %6 · %7 characters of lyrics · %8"_s.arg(QString(), 33)
                     .arg(tags_.title, tags_.artist, tags_.album, tags_.track, tags_.genre)
                     .arg(tags_.lyrics.size())
-                    .arg(cover)};
+                    .arg(cover),
+                u"%1%2 × %3, %4 frames"_s.arg(QString(), 33)
+                    .arg(video_.size.width())
+                    .arg(video_.size.height())
+                    .arg(video_.frames)};
     }
 
 private:
     FolderInspection& folder_;
     FolderInspection& masters_;
+    FolderInspection& videos_;
     const MasteringTarget& target_;
     QString stem_;
     TagsRead tags_;
     std::optional<Loudness> before_;
     std::optional<Loudness> after_;
+    VideoRead video_;
 };
 
 TagsRead expectedTags(const Clip& clip, const QString& stem, const QString& folder, int number, int total)
@@ -142,10 +174,11 @@ QByteArray tracklistOf(const QStringList& names)
 
 } // namespace
 
-ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target)
+ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target,
+                          const QString& pictures)
 {
-    FolderInspection inspection(folder);
-    FolderInspection masters(folder + u"/Mastered"_s);
+    Folders folders{FolderInspection(folder), FolderInspection(folder + u"/Mastered"_s),
+                    FolderInspection(folder + u"/Videos"_s)};
     const QList<Track> tracks = service.tracks();
     const int count = static_cast<int>(tracks.size());
     QList<SavedTrack> saved;
@@ -160,17 +193,20 @@ ChainReport reportOnChain(const QString& folder, const StandInService& service, 
         const Clip& clip = saved.at(position).clip;
         TagsRead expected = expectedTags(clip, stems.at(position), folder, position + 1, count);
         expectCover(expected, track, service);
-        TrackInspection look(inspection, masters, target, stems.at(position));
+        TrackInspection look(folders, target, stems.at(position));
         look.lookAtAssets(clip, track, service);
         look.lookAtTags(expected);
         look.lookAtMaster();
+        look.lookAtVideo(pictures);
         report.table.append(look.lines());
     }
-    inspection.expectFile(u"Tracklist.txt"_s, tracklistOf(names));
-    inspection.expect(u"Mastered"_s);
-    inspection.expectNothingElse();
-    masters.expectNothingElse();
-    report.faults = inspection.faults() + masters.faults();
+    folders.tracks.expectFile(u"Tracklist.txt"_s, tracklistOf(names));
+    folders.tracks.expect(u"Mastered"_s);
+    folders.tracks.expect(u"Videos"_s);
+    for (FolderInspection* each : {&folders.tracks, &folders.masters, &folders.videos}) {
+        each->expectNothingElse();
+        report.faults += each->faults();
+    }
     return report;
 }
 

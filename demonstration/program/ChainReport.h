@@ -21,8 +21,10 @@ struct ChainReport
     int tracks = 0;
 };
 
-/// Looks at every file of `folder`, over which the whole library of `service` was run through all stages but the
-/// videos: names as the pattern "clean" gives them, tags as TagLib reads them, loudness as libebur128 measures it.
-ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target);
+/// Looks at every file of `folder`, over which the whole library of `service` was run through all stages: names as the
+/// pattern "clean" gives them, tags as TagLib reads them, loudness as libebur128 measures it, videos as ffprobe tells
+/// them. A frame out of the middle of each video goes to `pictures`, a folder that exists. Blocks.
+ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target,
+                          const QString& pictures);
 
 } // namespace orvane::demo

@@ -3,6 +3,10 @@
 #include "platform/sound/AudioReader.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +19,9 @@
 #include <vector>
 
 namespace orvane::demo {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct Destroy
@@ -41,9 +48,11 @@ Loudness measured(AudioReader& reader)
     const auto rate = static_cast<unsigned long>(reader.sampleRate());
     const Meter meter(ebur128_init(channels, rate, EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK));
     SoundPlanes block;
-    while (reader.read(block))
-        ebur128_add_frames_float(meter.get(), interleaved(block).data(), block.front().size());
     Loudness loudness;
+    while (reader.read(block)) {
+        ebur128_add_frames_float(meter.get(), interleaved(block).data(), block.front().size());
+        loudness.seconds += static_cast<double>(block.front().size()) / reader.sampleRate();
+    }
     ebur128_loudness_global(meter.get(), &loudness.integrated);
     double highest = 0.0;
     for (unsigned channel = 0; channel < channels; ++channel) {
@@ -78,6 +87,14 @@ void readCover(const TagLib::ID3v2::Tag& tag, TagsRead& read)
     read.cover = QByteArray(frame->picture().data(), static_cast<qsizetype>(frame->picture().size()));
 }
 
+QByteArray outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished(-1);
+    return process.readAllStandardOutput();
+}
+
 } // namespace
 
 std::optional<Loudness> loudnessOf(const QString& path)
@@ -105,6 +122,33 @@ TagsRead tagsOf(const QString& path)
     read.lyrics = frameOf(tag, "USLT");
     readCover(tag, read);
     return read;
+}
+
+VideoRead videoOf(const QString& path)
+{
+    const QByteArray told = outputOf(
+        u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-count_frames"_s, u"-show_streams"_s, u"-of"_s, u"json"_s, path});
+    VideoRead video;
+    for (const QJsonValue& each : QJsonDocument::fromJson(told).object().value(u"streams").toArray()) {
+        const QJsonObject stream = each.toObject();
+        if (stream.value(u"codec_type").toString() == u"audio") {
+            video.soundCodec = stream.value(u"codec_name").toString();
+            continue;
+        }
+        video.pictureCodec = stream.value(u"codec_name").toString();
+        video.size = QSize(stream.value(u"width").toInt(), stream.value(u"height").toInt());
+        video.frames = stream.value(u"nb_read_frames").toString().toInt();
+        video.seconds = stream.value(u"duration").toString().toDouble();
+    }
+    return video;
+}
+
+bool savePicture(const QString& video, double seconds, const QString& picture)
+{
+    QFile::remove(picture);
+    outputOf(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-ss"_s, QString::number(seconds, 'f', 3), u"-i"_s, video,
+                           u"-frames:v"_s, u"1"_s, u"-y"_s, picture});
+    return QFile::exists(picture);
 }
 
 } // namespace orvane::demo

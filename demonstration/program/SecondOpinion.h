@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSize>
 #include <QString>
 
 #include <optional>
@@ -15,6 +16,8 @@ struct Loudness
     double integrated = 0.0;
     /// In dBTP.
     double truePeak = 0.0;
+    /// How long it plays.
+    double seconds = 0.0;
 };
 
 /// Absent for what is no sound file. Throws nothing.
@@ -36,5 +39,24 @@ struct TagsRead
 };
 
 TagsRead tagsOf(const QString& path);
+
+/// As ffprobe tells it.
+struct VideoRead
+{
+    QString pictureCodec;
+    QString soundCodec;
+    QSize size;
+    /// Counted by decoding.
+    int frames = 0;
+    double seconds = 0.0;
+
+    bool operator==(const VideoRead&) const = default;
+};
+
+/// What is not there is empty or 0. Blocks.
+VideoRead videoOf(const QString& path);
+
+/// Writes the picture that ffmpeg decodes at that moment; false where it cannot. Blocks.
+bool savePicture(const QString& video, double seconds, const QString& picture);
 
 } // namespace orvane::demo
