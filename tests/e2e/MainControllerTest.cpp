@@ -6,7 +6,9 @@
 #include "suno/view/DownloaderTab.h"
 #include "suno/view/SunoTab.h"
 #include "tests/e2e/WorldTest.h"
+#include "tests/platform/desktop/FakeTaskBar.h"
 
+#include <QGuiApplication>
 #include <QMainWindow>
 #include <QTest>
 
@@ -101,6 +103,19 @@ TEST_F(MainControllerTest, theTitleSaysHowFarARunIs)
     EXPECT_EQ(world->delegate.window()->windowTitle(), u"33% — Orvane"_s);
     Q_EMIT run.runningChanged(false);
     EXPECT_EQ(world->delegate.window()->windowTitle(), u"Orvane"_s);
+}
+
+TEST_F(MainControllerTest, theTaskBarSaysHowFarARunIs)
+{
+    QGuiApplication::setDesktopFileName(u"example.orvane.Orvane"_s);
+    FakeTaskBar taskBar;
+    AutomaterRun& run = open().controller().automater().automater().run();
+    Q_EMIT run.runningChanged(true);
+    Q_EMIT run.stageChanged(Stage::rename, StageState::running());
+    Q_EMIT run.runningChanged(false);
+    const QString program = u"application://example.orvane.Orvane.desktop"_s;
+    EXPECT_EQ(taskBar.told(),
+              (QList<FakeTaskBar::Update>{{program, 0.0, true}, {program, 0.33, true}, {program, 0.0, false}}));
 }
 
 TEST_F(MainControllerTest, theKeyOfDoItReachesTheDownloader)
