@@ -1,4 +1,5 @@
 #include "main/App/L10n.h"
+#include "platform/async/FreedOnPool.h"
 #include "platform/network/Redaction.h"
 #include "suno/Engine.h"
 #include "suno/FeedPage.h"
@@ -12,6 +13,7 @@
 #include <qcoro/qcorofuture.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 
@@ -35,17 +37,19 @@ QList<Workspace> readWorkspaces(const QByteArray& body)
 class Harvest
 {
 public:
-    void add(const QList<Clip>& page)
+    /// Takes the clips out of the page.
+    void add(FeedPage& page)
     {
-        for (const Clip& clip : page) {
+        for (Clip& clip : page.clips) {
             if (seen_.contains(clip.id))
                 continue;
             seen_.insert(clip.id);
-            clips_.append(clip);
+            clips_.append(std::move(clip));
         }
+        page.clips.clear();
     }
 
-    const QList<Clip>& clips() const { return clips_; }
+    QList<Clip> take() { return std::exchange(clips_, {}); }
 
     qsizetype size() const { return clips_.size(); }
 
@@ -53,6 +57,15 @@ private:
     QList<Clip> clips_;
     QSet<QString> seen_;
 };
+
+/// Reads a page into the harvest, which nobody else looks at meanwhile. Not for the main thread: with tens of thousands
+/// of clips in it, a list or a set that grows would hold up a frame.
+FeedPage harvestPage(const QByteArray& body, Harvest* harvest)
+{
+    FeedPage page = readFeedPage(body);
+    harvest->add(page);
+    return page;
+}
 
 } // namespace
 
@@ -99,28 +112,27 @@ QUrl Engine::pageAddress(const QString& workspaceID, int page) const
 QCoro::Task<QList<Clip>> Engine::fetchAllClips(QString workspaceID, QString token)
 {
     lastFetchComplete_ = true;
-    Harvest harvest;
+    FreedOnPool<Harvest> harvest{Harvest()};
     for (int page = 1; page <= maxPages && !isStopping(); ++page) {
         const HttpRequest request = requestFor(pageAddress(workspaceID, page), token);
         log(L10n::t(L10n::Key::log28, {QString::number(page)}), LogLevel::info);
-        const std::optional<QByteArray> body = co_await pageBody(request, page, harvest.size());
+        const std::optional<QByteArray> body = co_await pageBody(request, page, harvest->size());
         if (!body)
             break;
-        auto reading = QtConcurrent::run(readFeedPage, *body);
+        auto reading = QtConcurrent::run(harvestPage, *body, &*harvest);
         const FeedPage read = co_await reading;
         if (!read.error.isEmpty())
             throw LibraryError(0, u"Page %1 is not readable: %2"_s.arg(page).arg(read.error));
         if (read.records == 0)
-            co_return harvest.clips();
-        harvest.add(read.clips);
+            co_return harvest->take();
         log(L10n::t(L10n::Key::log29,
-                    {QString::number(page), QString::number(read.records), QString::number(harvest.size())}),
+                    {QString::number(page), QString::number(read.records), QString::number(harvest->size())}),
             LogLevel::info);
         const std::chrono::milliseconds pause(pagePauseMs);
         co_await stoppableWait(pause);
     }
     lastFetchComplete_ = false;
-    co_return harvest.clips();
+    co_return harvest->take();
 }
 
 /// The body of a page that was answered with 200; absent where the read ends with the `kept` tracks it has.

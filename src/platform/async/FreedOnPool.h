@@ -26,7 +26,11 @@ public:
     FreedOnPool(const FreedOnPool&) = delete;
     FreedOnPool& operator=(const FreedOnPool&) = delete;
 
+    Value& operator*() { return value_; }
+
     const Value& operator*() const { return value_; }
+
+    Value* operator->() { return &value_; }
 
     const Value* operator->() const { return &value_; }
 
