@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -40,6 +41,20 @@ TEST(FreedOnPool, leavesAValueToWhoeverStillHoldsIt)
     QThreadPool::globalInstance()->waitForDone();
     EXPECT_EQ(freedOn, nullptr);
     EXPECT_EQ(*alsoHeld, 7);
+}
+
+TEST(FreedOnPool, givesAwayWhatIsTakenOutOfIt)
+{
+    const QThread* freedOn = nullptr;
+    std::shared_ptr<const int> taken;
+    {
+        FreedOnPool<std::shared_ptr<const int>> held(noting(freedOn));
+        taken = std::exchange(*held, nullptr);
+    }
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_EQ(freedOn, nullptr);
+    taken.reset();
+    EXPECT_EQ(freedOn, QThread::currentThread());
 }
 
 } // namespace
