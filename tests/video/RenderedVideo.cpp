@@ -49,6 +49,14 @@ bool decodesWhole(const QString& path)
     return told.exitCode == 0 && told.errors.isEmpty();
 }
 
+bool decodesFrom(const QString& path, double seconds)
+{
+    const Outcome told =
+        run(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-xerror"_s, u"-ss"_s, QString::number(seconds), u"-i"_s, path,
+                          u"-frames:v"_s, u"2"_s, u"-t"_s, u"0.1"_s, u"-f"_s, u"framecrc"_s, u"-"_s});
+    return told.exitCode == 0 && told.errors.isEmpty() && told.output.contains("\n0,");
+}
+
 QStringList boxes(const QByteArray& file)
 {
     QStringList names;

@@ -26,6 +26,9 @@ std::vector<double> keyFrameTimes(const QString& path);
 /// Whether the whole file decodes without a complaint.
 bool decodesWhole(const QString& path);
 
+/// Whether a player that goes to `seconds` gets pictures and sound from there on without a complaint.
+bool decodesFrom(const QString& path, double seconds);
+
 /// The names of the boxes that an MP4 file consists of.
 QStringList boxes(const QByteArray& file);
 

@@ -103,6 +103,8 @@ TEST_F(Rendering, theFileIsSoundFromEndToEnd)
     EXPECT_EQ(keys.front(), 0.0);
     for (std::size_t key = 1; key < keys.size(); ++key)
         EXPECT_LE(keys[key] - keys[key - 1], 2.001);
+    for (const double time : keys)
+        EXPECT_TRUE(test::decodesFrom(path_, time)) << time;
 }
 
 TEST_F(Rendering, pictureAndSoundEndWithinAFrameOfEachOther)
@@ -255,6 +257,23 @@ TEST_F(Rendering, anyTitleWillDo)
     for (const QString& title : {u"A"_s.repeated(10'000), u"🌌"_s, u"one\ntwo\r\nthree"_s, u"<h1>no</h1>&amp;"_s,
                                  QString(QChar(0xD800)), u"\u202Eback\u0000front"_s, QString()})
         EXPECT_EQ(render(audio, small, {}, title), QString());
+}
+
+TEST_F(Rendering, aTrackOfThreeHoursTakesTheMemoryOfItsSamplesAndNoMore)
+{
+    constexpr int rate = 8000;
+    constexpr qint64 frames = qint64(3) * 3600 * rate;
+    const QByteArray header = test::wav({}, rate, 1, 16, test::WavKind::Integer, frames * 2);
+    folder_.write(u"song.wav"_s, header);
+    ASSERT_TRUE(QFile::resize(folder_.path(u"song.wav"_s), header.size() + frames * 2));
+    engine_.onProgress = [&](double) { engine_.stop(); };
+    EXPECT_EQ(render(QUrl::fromLocalFile(folder_.path(u"song.wav"_s)), {.aspect = small.aspect, .fps = 1}),
+              u"Cancelled.");
+    EXPECT_THAT(progress_, testing::ElementsAre(15.0 / 10800.0));
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    constexpr qint64 besides = 400;
+    EXPECT_LT(usage.ru_maxrss / 1024, frames * qint64(sizeof(float)) / (1024 * 1024) + besides);
 }
 
 TEST_F(Rendering, theAverageBitRateIsWithin15PercentOfTheTargetOverAMinute)

@@ -2,6 +2,7 @@
 
 #include "platform/filesystem/AtomicFile.h"
 #include "platform/filesystem/StagingFile.h"
+#include "platform/sound/QuietLibrary.h"
 #include "platform/video/VideoError.h"
 
 extern "C" {
@@ -40,6 +41,7 @@ MovieContainer::MovieContainer(QString finalPath, QString temporaryPath)
     : finalPath_(std::move(finalPath))
     , stream_(std::make_unique<FileStream>(makeFile(temporaryPath), FileStream::Mode::Write))
 {
+    silenceLibrary();
     temporaryPath_ = std::move(temporaryPath);
     AVFormatContext* context = nullptr;
     const int code = avformat_alloc_output_context2(&context, nullptr, "mp4", nullptr);

@@ -17,6 +17,9 @@ namespace {
 /// Each thread holds frames of its own.
 constexpr unsigned mostThreads = 8;
 
+/// A stream that uses neither calls itself by a lower profile.
+const QByteArray highProfile = "8x8dct=1:cabac=1";
+
 void describePicture(AVCodecContext& codec, const VideoSettings& settings)
 {
     codec.width = settings.width;
@@ -51,8 +54,8 @@ PictureEncoder::PictureEncoder(const VideoSettings& settings)
     setOption(*codec_, "preset", settings.preset);
     setOption(*codec_, "tune", settings.tuning);
     setOption(*codec_, "profile", "high");
-    // A stream that uses neither calls itself by a lower profile.
-    setOption(*codec_, "x264-params", "8x8dct=1:cabac=1");
+    setOption(*codec_, "x264-params",
+              settings.parameters.isEmpty() ? highProfile : settings.parameters + ':' + highProfile);
     requireVideo(avcodec_open2(codec_.get(), codec_->codec, nullptr));
 }
 

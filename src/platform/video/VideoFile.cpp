@@ -1,6 +1,5 @@
 #include "platform/video/VideoFile.h"
 
-#include "platform/sound/QuietLibrary.h"
 #include "platform/video/MovieContainer.h"
 #include "platform/video/PictureEncoder.h"
 #include "platform/video/SoundEncoder.h"
@@ -20,7 +19,7 @@ class VideoFile::Writer
 {
 public:
     Writer(const QString& finalPath, const QString& temporaryPath, const VideoSettings& settings)
-        : settings_((silenceLibrary(), settings))
+        : settings_(settings)
         , container_(finalPath, temporaryPath)
         , pictures_(settings)
         , sound_(settings)

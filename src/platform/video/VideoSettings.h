@@ -23,6 +23,8 @@ struct VideoSettings
     /// what they cost and give.
     QByteArray preset = "superfast";
     QByteArray tuning = {};
+    /// What differs from the preset, as "name=value:name=value".
+    QByteArray parameters = "bframes=0:weightp=0:scenecut=0";
 };
 
 } // namespace orvane
