@@ -95,6 +95,11 @@ TEST(Hook, aFirstLineOf60CharactersWithNoBlankIsCutAt48Exactly)
     EXPECT_EQ(hookOf(u"Xy"_s.repeated(30)), u"Xy"_s.repeated(24));
 }
 
+TEST(Hook, aStartOf48CharactersWithoutABlankStaysAsItIsAlsoWhereTabsEndIt)
+{
+    EXPECT_EQ(hookOf(u"Melody"_s + QString(60, u'\t') + u"Again"_s), u"Melody"_s + QString(42, u'\t'));
+}
+
 TEST(Hook, aLineOfExactly48CharactersThatRepeatsIsTheHookAndOneOf49IsPassedOver)
 {
     const QString fits = u"Ab"_s + QString(46, u'c');
