@@ -54,7 +54,7 @@ std::optional<QString> ifAny(const QString& text)
 QStringList recordingsLast(QStringList files)
 {
     const auto isNoRecording = [](const QString& file) { return Library::classify(file, {}) != Library::Asset::audio; };
-    std::ranges::stable_partition(files, isNoRecording);
+    std::stable_partition(files.begin(), files.end(), isNoRecording);
     return files;
 }
 
