@@ -19,8 +19,8 @@ struct VideoSettings
     /// Of the sound that is appended, in Hz.
     int sampleRate = 44100;
     int channelCount = 2;
-    /// How hard the encoder tries, and what the picture is like, in the encoder's own words; docs/video-quality.md has
-    /// what they cost and give.
+    /// How hard the encoder tries, and what the picture is like, in the encoder's own words; `orvane-video-quality`
+    /// measures what they cost and give.
     QByteArray preset = "superfast";
     QByteArray tuning = {};
     /// What differs from the preset, as "name=value:name=value".
