@@ -175,7 +175,7 @@ QByteArray tracklistOf(const QStringList& names)
 } // namespace
 
 ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target,
-                          const QString& pictures)
+                          const std::optional<QString>& pictures)
 {
     Folders folders{FolderInspection(folder), FolderInspection(folder + u"/Mastered"_s),
                     FolderInspection(folder + u"/Videos"_s)};
@@ -197,12 +197,14 @@ ChainReport reportOnChain(const QString& folder, const StandInService& service, 
         look.lookAtAssets(clip, track, service);
         look.lookAtTags(expected);
         look.lookAtMaster();
-        look.lookAtVideo(pictures);
+        if (pictures)
+            look.lookAtVideo(*pictures);
         report.table.append(look.lines());
     }
     folders.tracks.expectFile(u"Tracklist.txt"_s, tracklistOf(names));
     folders.tracks.expect(u"Mastered"_s);
-    folders.tracks.expect(u"Videos"_s);
+    if (pictures)
+        folders.tracks.expect(u"Videos"_s);
     for (FolderInspection* each : {&folders.tracks, &folders.masters, &folders.videos}) {
         each->expectNothingElse();
         report.faults += each->faults();

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace orvane {
 struct MasteringTarget;
 }
@@ -23,8 +25,9 @@ struct ChainReport
 
 /// Looks at every file of `folder`, over which the whole library of `service` was run through all stages: names as the
 /// pattern "clean" gives them, tags as TagLib reads them, loudness as libebur128 measures it, videos as ffprobe tells
-/// them. A frame out of the middle of each video goes to `pictures`, a folder that exists. Blocks.
+/// them. A frame out of the middle of each video goes to `pictures`, a folder that exists; absent after a run without
+/// videos. Blocks.
 ChainReport reportOnChain(const QString& folder, const StandInService& service, const MasteringTarget& target,
-                          const QString& pictures);
+                          const std::optional<QString>& pictures);
 
 } // namespace orvane::demo

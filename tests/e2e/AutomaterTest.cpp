@@ -99,7 +99,7 @@ protected:
     QStringList diskFaults()
     {
         const QString where = world->services.session.destination().toLocalFile();
-        return demo::reportOnChain(where, world->service, targetOf(tab().choices())).faults;
+        return demo::reportOnChain(where, world->service, targetOf(tab().choices()), std::nullopt).faults;
     }
 
     bool logHas(const QString& message)

@@ -27,7 +27,9 @@ protected:
 
     QStringList faults() const
     {
-        return demo::reportOnChain(folder.path(u"library"_s), world->service, targetOf({})).faults;
+        QDir().mkpath(folder.path(u"frames"_s));
+        const QString pictures = folder.path(u"frames"_s);
+        return demo::reportOnChain(folder.path(u"library"_s), world->service, targetOf({}), pictures).faults;
     }
 
     /// What the report says while a file is as `spoil` leaves it; the file is put back.
@@ -65,8 +67,8 @@ TEST_F(DemonstrationTest, theChainIsShownAndItsReportFindsWhateverIsWrong)
     ASSERT_EQ(faults(), QStringList());
     EXPECT_TRUE(QFile::exists(path(u"Twin Lights.mp3"_s)));
 
-    EXPECT_EQ(faultsWhere(u"Twin Lights (2).mp3"_s, cut),
-              QStringList{u"Twin Lights (2).mp3 does not hold the sound that the service has."_s});
+    EXPECT_THAT(faultsWhere(u"Twin Lights (2).mp3"_s, cut),
+                testing::Contains(u"Twin Lights (2).mp3 does not hold the sound that the service has."_s));
     EXPECT_EQ(faultsWhere(u"Twin Lights.lrc"_s, [](const QString& at) { QFile::remove(at); }),
               QStringList{u"Twin Lights.lrc is missing."_s});
     EXPECT_EQ(faultsWhere(u"Twin Lights lyrics.txt"_s, cut),
@@ -77,6 +79,9 @@ TEST_F(DemonstrationTest, theChainIsShownAndItsReportFindsWhateverIsWrong)
               QStringList{u".Twin Lights.mp3.tagging should not be there."_s});
     EXPECT_EQ(faultsWhere(u"Mastered/Twin Lights.wav"_s, empty),
               QStringList{u"Mastered/Twin Lights.wav misses -14 LUFS or -1 dBTP."_s});
+    EXPECT_THAT(faultsWhere(u"Videos/Twin Lights.mp4"_s, empty),
+                testing::Contains(testing::Property(
+                    &QString::toStdString, testing::StartsWith("Videos/Twin Lights.mp4 is not the film of "))));
     const QString tagged = path(u"Twin Lights.mp3"_s);
     const QString other = path(u"Twin Lights (2).mp3"_s);
     EXPECT_THAT(faultsWhere(u"Twin Lights.mp3"_s,
