@@ -1,17 +1,11 @@
 #include "platform/network/ConnectionPool.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include <algorithm>
 
 namespace orvane {
-
-namespace {
-
-/// Servers close an idle connection after 5 s and up; a request must not cross that on its way.
-constexpr std::chrono::seconds idleLife{4};
-
-} // namespace
 
 ConnectionPointer ConnectionPool::take(const Origin& origin)
 {
@@ -37,7 +31,11 @@ void ConnectionPool::give(ConnectionPointer connection)
         connect(kept, signal, this, [this, kept] { drop(kept); });
     connect(kept, &Connection::failed, this, [this, kept] { drop(kept); });
     idle_.push_back(std::move(connection));
-    QTimer::singleShot(idleLife, kept, [this, kept] { drop(kept); });
+    // A connection that was let go of lives for a moment longer, and may outlive the pool.
+    QTimer::singleShot(idleLife_, kept, [pool = QPointer(this), kept] {
+        if (pool)
+            pool->drop(kept);
+    });
 }
 
 void ConnectionPool::drop(Connection* connection)

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <vector>
 
 namespace orvane {
@@ -12,8 +13,12 @@ namespace orvane {
 class ConnectionPool final : public QObject
 {
 public:
-    explicit ConnectionPool(QObject* parent)
+    /// Servers close an idle connection after 5 s and up; a request must not cross that on its way.
+    static constexpr std::chrono::milliseconds usualIdleLife{4'000};
+
+    explicit ConnectionPool(QObject* parent, std::chrono::milliseconds idleLife = usualIdleLife)
         : QObject(parent)
+        , idleLife_(idleLife)
     {
     }
 
@@ -26,6 +31,7 @@ public:
 private:
     void drop(Connection* connection);
 
+    const std::chrono::milliseconds idleLife_;
     std::vector<ConnectionPointer> idle_;
 };
 
