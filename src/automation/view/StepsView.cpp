@@ -29,6 +29,9 @@ void tint(QWidget& widget, const QColor& colour)
     widget.setPalette(palette);
 }
 
+/// Between two names that fill their columns.
+constexpr int nameMargin = 2;
+
 } // namespace
 
 StepsView::StepsView(QWidget* parent)
@@ -54,7 +57,9 @@ QBoxLayout* StepsView::buildColumn(Stage stage)
 {
     auto* light = new LightView(this);
     lights_.append(light);
-    auto* label = new QLabel(ChainTexts::shortNameOf(stage), this);
+    auto* label = new ElidedLabel(ChainTexts::shortNameOf(stage), this);
+    label->setElideMode(Qt::ElideRight);
+    label->setContentsMargins(nameMargin, 0, nameMargin, 0);
     label->setFont(Theme::font(10, QFont::Medium));
     label->setAlignment(Qt::AlignCenter);
     // The six share the width evenly, also in a font so large that a name is cut.

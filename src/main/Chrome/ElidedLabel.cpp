@@ -66,8 +66,8 @@ void ElidedLabel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setLayoutDirection(Qt::LeftToRight);
     painter.setPen(palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
-    const auto leading = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    painter.drawText(contentsRect(), int(leading) | Qt::TextSingleLine, shownText());
+    const auto placed = QStyle::visualAlignment(layoutDirection(), alignment());
+    painter.drawText(contentsRect(), int(placed) | Qt::TextSingleLine, shownText());
 }
 
 } // namespace orvane

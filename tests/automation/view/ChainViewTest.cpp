@@ -4,6 +4,7 @@
 #include "automation/view/StageDetails.h"
 #include "automation/view/StageRow.h"
 #include "automation/view/StepsView.h"
+#include "main/Chrome/ElidedLabel.h"
 #include "main/Chrome/SideScroller.h"
 #include "main/Chrome/Theme.h"
 #include "main/Chrome/TickBox.h"
@@ -196,6 +197,24 @@ TEST(StepsView, theFillRunsFromNothingToTheWholeTrack)
     EXPECT_EQ(steps.fillWidth(), 150);
     steps.setProgress(7);
     EXPECT_EQ(steps.fillWidth(), 300);
+}
+
+TEST(StepsView, aNameThatIsTooLongForItsColumnIsCutAtItsEnd)
+{
+    StepsView steps;
+    const auto shown = [&steps](int width) {
+        steps.resize(width, steps.sizeHint().height());
+        steps.show();
+        QCoreApplication::processEvents();
+        QStringList names;
+        for (const ElidedLabel* label : steps.findChildren<ElidedLabel*>())
+            if (label->objectName().isEmpty())
+                names.append(label->shownText());
+        return names;
+    };
+    EXPECT_EQ(shown(480), (QStringList{u"Library"_s, u"Download"_s, u"Rename"_s, u"Tags"_s, u"Master"_s, u"Video"_s}));
+    const QString narrow = shown(180).value(1);
+    EXPECT_TRUE(narrow.startsWith(u'D') && narrow.endsWith(u'…')) << narrow.toStdString();
 }
 
 TEST(StepsView, aResetPutsOutEveryLight)

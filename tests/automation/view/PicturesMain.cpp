@@ -18,8 +18,9 @@ using namespace orvane;
 
 namespace {
 
-/// Heights of the tool in the least window and in a large one; and one in which nothing scrolls.
+/// Heights of the tool in the least window, in a small and in a large one; and one in which nothing scrolls.
 constexpr int leastHeight = 460;
+constexpr int smallHeight = 560;
 constexpr int largeHeight = 1000;
 constexpr int wholeHeight = 1560;
 
@@ -81,10 +82,27 @@ void showFinished(AutomaterRun& run, const StageState& master)
 {
     Q_EMIT run.stageChanged(Stage::master, master);
     Q_EMIT run.stageChanged(Stage::video, StageState::skipped(u"turned off"_s));
-    const RunSummary summary{.done = 3, .failed = 1, .skipped = 2, .notReached = 0};
+    const bool isRight = master.kind == StageState::Kind::done;
+    const RunSummary summary{
+        .done = isRight ? 4 : 3, .failed = isRight ? 0 : 1, .skipped = 2, .notReached = 0, .wasStopped = false};
     Q_EMIT run.runningChanged(false);
-    Q_EMIT run.logged(summary.sentence(), LogLevel::error);
+    Q_EMIT run.logged(summary.sentence(), isRight ? LogLevel::success : LogLevel::error);
     Q_EMIT run.finished(summary);
+}
+
+/// After a run that went well, at its card: in the least window, in one of 900 by 640 points and in a large one.
+bool paintFinished(test::AutomaterWorld& world, const QDir& folder, const QString& name)
+{
+    showFinished(world.tab->automater().run(), StageState::done(u"127 mastered for Spotify"_s));
+    bool isDone = true;
+    for (const int height : {leastHeight, smallHeight, largeHeight}) {
+        world.tab->resize(ToolColumn::leastWidth, height);
+        world.tab->show();
+        QApplication::processEvents();
+        world.part<ToolColumn>()->ensureWidgetVisible(world.part<QWidget>(u"logView"_s));
+        isDone = save(world, folder, name + u"-finished-%1"_s.arg(height), height) && isDone;
+    }
+    return isDone;
 }
 
 bool paintStates(const QDir& folder, const QString& name)
@@ -100,7 +118,8 @@ bool paintStates(const QDir& folder, const QString& name)
     isDone = isDone && save(world, folder, name + u"-running-large"_s, largeHeight) &&
              save(world, folder, name + u"-running-whole"_s, wholeHeight);
     showFinished(world.tab->automater().run(), StageState::failed(u"No space left on device"_s));
-    return isDone && save(world, folder, name + u"-failed-whole"_s, wholeHeight);
+    isDone = isDone && save(world, folder, name + u"-failed-whole"_s, wholeHeight);
+    return paintFinished(world, folder, name) && isDone;
 }
 
 bool paintStretched(const QDir& folder)
@@ -109,8 +128,9 @@ bool paintStretched(const QDir& folder)
     world.launch();
     world.part<ChainView>()->select(indexOf(Stage::master));
     stretchTexts(*world.tab);
+    showRunning(world.tab->automater().run());
     return save(world, folder, u"stretched-least"_s, leastHeight) &&
-           save(world, folder, u"stretched-whole"_s, wholeHeight);
+           save(world, folder, u"stretched-whole"_s, wholeHeight) && paintFinished(world, folder, u"stretched"_s);
 }
 
 bool paintDetails(const QDir& folder, const QString& name)
