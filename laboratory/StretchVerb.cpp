@@ -1,12 +1,14 @@
 #include "laboratory/Arguments.h"
 #include "laboratory/Verb.h"
 #include "mastering/Master.h"
+#include "mastering/arithmetic/InParallel.h"
 
 #include <QFileInfo>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace orvane::lab {
 
@@ -32,7 +34,7 @@ Master::Format formatOf(const QString& path)
     return found == Master::allFormats.end() ? Master::Format::wav : *found;
 }
 
-using Change = std::function<std::vector<double>(std::span<const double>, double)>;
+using Change = std::function<std::vector<double>(std::vector<double>, double)>;
 
 /// Reads a file, changes each of its channels by the number given, and writes it.
 QJsonObject changed(const QStringList& arguments, const Change& change)
@@ -42,8 +44,9 @@ QJsonObject changed(const QStringList& arguments, const Change& change)
     const double number = numberOf(words[2]);
     Master::Sound sound = Master::read(absolute(words[0]));
     const auto before = qint64(sound.channels.front().size());
-    for (auto& channel : sound.channels)
-        channel = change(channel, number);
+    inParallel(sound.channels.size(), processorCount(), [&](std::size_t channel) {
+        sound.channels[channel] = change(std::move(sound.channels[channel]), number);
+    });
     const auto after = qint64(sound.channels.front().size());
     Master::write(sound.channels, sound.sampleRate, {.format = formatOf(output)}, output);
     return {{u"before"_s, before}, {u"after"_s, after}, {u"sampleRate"_s, sound.sampleRate}};

@@ -48,7 +48,7 @@ std::vector<double> atSpeed(std::vector<double> samples, const Conforming& how)
 
 void level(Channels& track, double target)
 {
-    const double integrated = Master::measure(track, mixRate).integrated;
+    const double integrated = Master::integratedLoudness(track, mixRate);
     if (std::isfinite(integrated))
         Master::shape(integrated, target, ceiling, track, mixRate);
 }
@@ -70,7 +70,8 @@ Channels conform(Channels track, double rate, const Conforming& how)
     if (how.level)
         level(track, *how.level);
     if (how.semitones != 0)
-        inEachChannel(track, [&](std::vector<double> samples) { return Master::pitchShift(samples, how.semitones); });
+        inEachChannel(
+            track, [&](std::vector<double> samples) { return Master::pitchShift(std::move(samples), how.semitones); });
     if (losesIntro(track, how)) {
         for (auto& channel : track)
             channel.erase(channel.begin(), channel.begin() + how.intro);

@@ -74,6 +74,15 @@ Reading readingOf(const std::vector<ChannelMeter>& meters, const Peaks& peaks)
     return reading;
 }
 
+/// Meters that have weighed the whole signal, and not scanned it for peaks.
+std::vector<ChannelMeter> weighed(const Channels& channels, double sampleRate)
+{
+    std::vector<ChannelMeter> meters = metersFor(channels.size(), sampleRate);
+    inParallel(meters.size(), processorCount(),
+               [&](std::size_t channel) { meters[channel].finishWeighing(channels[channel]); });
+    return meters;
+}
+
 Peaks peaksFrom(const std::vector<ChannelMeter>& meters)
 {
     std::vector<ChannelPeaks> peaks;
@@ -144,14 +153,18 @@ Reading measure(const Channels& channels, double sampleRate, Threads threads)
     return finish(meters, channels, threads);
 }
 
+double integratedLoudness(const Channels& channels, double sampleRate)
+{
+    if (isEmpty(channels))
+        return minusInfinity;
+    return gatedLoudness(loudnessesOf(weighed(channels, sampleRate), &ChannelMeter::blocks));
+}
+
 Reading measureBeside(const Peaks& peaks, const Channels& channels, double sampleRate)
 {
     if (isEmpty(channels))
         return {};
-    std::vector<ChannelMeter> meters = metersFor(channels.size(), sampleRate);
-    inParallel(meters.size(), processorCount(),
-               [&](std::size_t channel) { meters[channel].finishWeighing(channels[channel]); });
-    return readingOf(meters, peaks);
+    return readingOf(weighed(channels, sampleRate), peaks);
 }
 
 std::vector<ChannelMeter> metersFor(std::size_t count, double sampleRate)

@@ -42,6 +42,9 @@ enum class Threads
 
 Reading measure(const Channels& channels, double sampleRate, Threads threads);
 
+/// The integrated loudness of `measure` alone, for less than half of its time.
+double integratedLoudness(const Channels& channels, double sampleRate);
+
 /// As `measure`, for a signal whose peaks have just been measured.
 Reading measureBeside(const Peaks& peaks, const Channels& channels, double sampleRate);
 

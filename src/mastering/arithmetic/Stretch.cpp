@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <utility>
 
 namespace orvane::Master {
 
@@ -99,12 +100,13 @@ std::vector<double> stretch(std::span<const double> samples, double ratio)
     return std::move(result.sum);
 }
 
-std::vector<double> pitchShift(std::span<const double> samples, double semitones)
+std::vector<double> pitchShift(std::vector<double> samples, double semitones)
 {
     if (!(std::abs(semitones) > leastSemitones) || samples.size() <= tooShort)
-        return copyOf(samples);
+        return samples;
     const double ratio = std::exp2(semitones / 12.0);
-    return stretch(resample(copyOf(samples), ratio), 1.0 / ratio);
+    samples = resample(std::move(samples), ratio);
+    return stretch(samples, 1.0 / ratio);
 }
 
 } // namespace orvane::Master

@@ -11,7 +11,7 @@ namespace orvane::Master {
 std::vector<double> stretch(std::span<const double> samples, double ratio);
 
 /// The samples moved by so many semitones, up for a positive number, at about the same length. The input as it is for a
-/// move of 0.01 and less, or 8192 samples or fewer.
-std::vector<double> pitchShift(std::span<const double> samples, double semitones);
+/// move of 0.01 and less, or 8192 samples or fewer. Takes once more the memory of the samples, if it owns them.
+std::vector<double> pitchShift(std::vector<double> samples, double semitones);
 
 } // namespace orvane::Master

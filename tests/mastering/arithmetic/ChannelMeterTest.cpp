@@ -86,6 +86,7 @@ TEST(MeasureBeside, readsWhatMeasuringReads)
 {
     for (const std::size_t count : {0u, 1u, 2u, 6u}) {
         const Channels channels = music(4.0, 8000.0, count);
+        EXPECT_EQ(Master::integratedLoudness(channels, 8000.0), Master::measure(channels, 8000.0).integrated);
         EXPECT_EQ(Master::measureBeside(Master::peaksOf(channels), channels, 8000.0),
                   Master::measure(channels, 8000.0));
     }
