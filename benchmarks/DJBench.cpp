@@ -2,21 +2,29 @@
 #include "demonstration/music/Song.h"
 #include "dj/Analysis.h"
 #include "dj/Ordering.h"
+#include "dj/Render.h"
 #include "dj/arithmetic/KeyFinder.h"
 #include "dj/arithmetic/OnsetEnvelope.h"
 #include "dj/arithmetic/Tempo.h"
 #include "mastering/Master.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <sched.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
+#include <vector>
 
 using namespace orvane;
 using namespace Qt::Literals::StringLiterals;
@@ -108,11 +116,126 @@ void benchOrder()
                     .key = {.tonic = index * 5 % 12, .isMinor = index % 3 == 0},
                     .energy = (index * 29 % 101) / 101.0});
     }
-    const double seconds = fastest([&] {
-        for (const DJ::Ordering style : DJ::allOrderings)
-            DJ::order(set, style);
+    constexpr std::array names{"energyArc", "keyJourney", "shuffle", "asListed"};
+    for (const DJ::Ordering style : DJ::allOrderings) {
+        const double seconds = fastest([&] { DJ::order(set, style); });
+        bench::report(std::string("order 500 tracks, ") + names[std::size_t(style)], seconds * 1000.0, "ms");
+    }
+}
+
+/// Does `work` in a child process, so that this one stays small; gives its peak memory in MiB.
+double inChild(const std::function<void()>& work)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        work();
+        ::_exit(0);
+    }
+    int status = 0;
+    rusage usage = {};
+    ::wait4(child, &status, 0, &usage);
+    if (status != 0) {
+        std::fprintf(stderr, "a child process failed\n");
+        std::exit(1);
+    }
+    return double(usage.ru_maxrss) / 1024.0;
+}
+
+demo::Song songAt(int index)
+{
+    return {.bpm = 118.0 + 3 * index,
+            .tonic = index * 5 % 12,
+            .minor = index % 2 == 0,
+            .seconds = 240,
+            .leadIn = 0.7,
+            .seed = unsigned(index + 1)};
+}
+
+/// Four songs of four minutes in turn, each under three names.
+QStringList makeSongs(const QTemporaryDir& folder)
+{
+    QStringList paths;
+    for (int index = 0; index < 12; ++index) {
+        const QString path = folder.filePath(u"%1.mp3"_s.arg(index));
+        if (index < 4) {
+            inChild([&] {
+                Master::write(demo::compose(songAt(index)), demo::sampleRate, {.format = Master::Format::mp3}, path);
+            });
+        } else {
+            QFile::copy(paths[index - 4], path);
+        }
+        paths.append(path);
+    }
+    return paths;
+}
+
+DJ::Set analysed(const QStringList& paths)
+{
+    DJ::Set set;
+    for (const QString& path : paths)
+        set.append(DJ::analyse(QUrl::fromLocalFile(path)));
+    return set;
+}
+
+/// Seconds and peak memory in MiB of mixing so many of the songs, in a process of its own.
+struct Cost
+{
+    double seconds = 0.0;
+    double mebibytes = 0.0;
+    double soundSeconds = 0.0;
+};
+
+Cost mixed(const DJ::Set& set, Master::Format format, const QString& folder)
+{
+    Cost cost;
+    double told[2] = {};
+    int ends[2] = {};
+    if (::pipe(ends) != 0)
+        std::exit(1);
+    cost.mebibytes = inChild([&] {
+        const double start = bench::seconds();
+        const DJ::Mix mix = DJ::render(set, {.keyNudge = 2, .format = format}, folder);
+        const double result[2] = {bench::seconds() - start, mix.duration};
+        if (::write(ends[1], result, sizeof result) != sizeof result)
+            ::_exit(1);
     });
-    bench::report("order 500 tracks under every style", seconds * 1000.0, "ms");
+    if (::read(ends[0], told, sizeof told) != sizeof told)
+        std::exit(1);
+    ::close(ends[0]);
+    ::close(ends[1]);
+    cost.seconds = told[0];
+    cost.soundSeconds = told[1];
+    return cost;
+}
+
+void benchRender(const DJ::Set& set, const QTemporaryDir& folder)
+{
+    for (const Master::Format format : Master::allFormats) {
+        const std::string name = "mix 12 tracks of 4 min to " + rawValue(format).toStdString();
+        const Cost cost = mixed(set, format, folder.filePath(u"mixes"_s));
+        bench::report(name, cost.seconds, "s", "the mix's length", cost.soundSeconds);
+        bench::report(name + ", times real time", cost.soundSeconds / cost.seconds, "x");
+        bench::report(name + ", peak memory", cost.mebibytes, "MiB", "a track as doubles",
+                      240.0 * 44100.0 * 2.0 * sizeof(double) / 1024.0 / 1024.0);
+    }
+    const Cost few = mixed(set.first(4), Master::Format::wav, folder.filePath(u"mixes"_s));
+    const Cost many = mixed(set, Master::Format::wav, folder.filePath(u"mixes"_s));
+    bench::report("mix of 12 tracks, peak memory", many.mebibytes, "MiB", "of 4 tracks", few.mebibytes);
+}
+
+void benchStretch(const QTemporaryDir& folder, const QString& mp3)
+{
+    const QString wav = folder.filePath(u"song.wav"_s);
+    const QString out = folder.filePath(u"stretched.wav"_s);
+    inChild([&] { Master::write(Master::read(mp3).channels, demo::sampleRate, {.format = Master::Format::wav}, wav); });
+    const double lab = fastest([&] { run(QStringLiteral(ORVANE_LAB), {u"stretch"_s, wav, out, u"1.05"_s}); });
+    const double atempo = fastest([&] {
+        run(u"ffmpeg"_s,
+            {u"-v"_s, u"error"_s, u"-y"_s, u"-i"_s, wav, u"-af"_s, u"atempo=1.05"_s, u"-c:a"_s, u"pcm_s24le"_s, out});
+    });
+    const double rubberband = fastest([&] { run(u"rubberband"_s, {u"-q"_s, u"--tempo"_s, u"1.05"_s, wav, out}); });
+    bench::report("stretch 4 min of stereo, whole process", lab, "s", "ffmpeg atempo", atempo);
+    bench::report("stretch 4 min of stereo, whole process", lab, "s", "rubberband", rubberband);
 }
 
 } // namespace
@@ -121,11 +244,11 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(u"song.mp3"_s);
-    const Channels song = demo::compose({.bpm = 124, .tonic = 9, .minor = true, .seconds = 240, .leadIn = 0.7});
-    Master::write(song, demo::sampleRate, {.format = Master::Format::mp3}, path);
-    benchAnalyse(path);
-    benchTwoFiles(path);
-    benchParts(path);
+    const QStringList songs = makeSongs(folder);
+    benchStretch(folder, songs[0]);
+    benchAnalyse(songs[0]);
+    benchTwoFiles(songs[0]);
+    benchParts(songs[0]);
     benchOrder();
+    benchRender(analysed(songs), folder);
 }
