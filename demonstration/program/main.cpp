@@ -6,6 +6,7 @@
 #include "main/Program/RootRefusal.h"
 #include "main/Window/AppDelegate.h"
 #include "main/Window/ProgramServices.h"
+#include "platform/desktop/SoleInstance.h"
 
 #include <QApplication>
 #include <QDir>
@@ -105,6 +106,9 @@ int main(int argc, char** argv)
         return 1;
     }
     const ProgramFolders folders = foldersOf(unattended);
+    SoleInstance instance(folders.webProfile);
+    if (const auto farewell = farewellUnlessFirst(instance))
+        return sayFarewell(application, *farewell);
     if (!unattended)
         keepApart(folders);
 
@@ -113,6 +117,7 @@ int main(int argc, char** argv)
     ProgramServices services(service.endpoints(), folders, dialogs);
     dressApplication(application);
     AppDelegate delegate(services);
+    QObject::connect(&instance, &SoleInstance::called, &delegate, &AppDelegate::comeForward);
     delegate.applicationDidFinishLaunching();
     if (unattended)
         return demonstrationOf(*unattended, service, services, delegate)->run() ? 0 : 1;

@@ -1,11 +1,14 @@
 #include "main/Program/Program.h"
 
 #include "main/App/L10n.h"
+#include "main/Chrome/Dialogs.h"
 #include "main/Chrome/Theme.h"
 #include "platform/desktop/SoleInstance.h"
 
 #include <QLibraryInfo>
 #include <QTranslator>
+
+#include <cstdio>
 
 namespace orvane {
 
@@ -52,6 +55,16 @@ std::optional<Farewell> farewellUnlessFirst(SoleInstance& instance, std::chrono:
     }
     return Farewell{.sentence = u"Orvane is already running but does not answer; end it first, then start it again."_s,
                     .isUnanswered = true};
+}
+
+int sayFarewell(QApplication& application, const Farewell& farewell)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(farewell.sentence));
+    if (!farewell.isUnanswered)
+        return 0;
+    dressApplication(application);
+    SystemDialogs().tell(nullptr, farewell.sentence, {});
+    return 1;
 }
 
 } // namespace orvane

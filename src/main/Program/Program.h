@@ -33,4 +33,7 @@ struct Farewell
 std::optional<Farewell> farewellUnlessFirst(SoleInstance& instance,
                                             std::chrono::milliseconds patience = std::chrono::seconds(10));
 
+/// Says it on standard error, and in an alert where no window shows that the program is there. Gives the exit code.
+int sayFarewell(QApplication& application, const Farewell& farewell);
+
 } // namespace orvane

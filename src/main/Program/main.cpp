@@ -35,16 +35,6 @@ Ending runAsFirst(QApplication& application, const ProgramFolders& folders, Sole
     return ending;
 }
 
-int sayFarewell(QApplication& application, const Farewell& farewell)
-{
-    std::fprintf(stderr, "%s\n", qUtf8Printable(farewell.sentence));
-    if (!farewell.isUnanswered)
-        return 0;
-    dressApplication(application);
-    SystemDialogs().tell(nullptr, farewell.sentence, {});
-    return 1;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
