@@ -48,11 +48,12 @@ Loudness measured(AudioReader& reader)
     const auto rate = static_cast<unsigned long>(reader.sampleRate());
     const Meter meter(ebur128_init(channels, rate, EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK));
     SoundPlanes block;
-    Loudness loudness;
+    std::size_t frames = 0;
     while (reader.read(block)) {
         ebur128_add_frames_float(meter.get(), interleaved(block).data(), block.front().size());
-        loudness.seconds += static_cast<double>(block.front().size()) / reader.sampleRate();
+        frames += block.front().size();
     }
+    Loudness loudness{.seconds = static_cast<double>(frames) / reader.sampleRate()};
     ebur128_loudness_global(meter.get(), &loudness.integrated);
     double highest = 0.0;
     for (unsigned channel = 0; channel < channels; ++channel) {
