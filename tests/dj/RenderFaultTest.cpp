@@ -119,15 +119,21 @@ TEST_F(RenderFault, aRenderKilledAtAnyCallLeavesNothingAtTheFinalName)
             places.append({name, std::uniform_int_distribution(1, count)(dice)});
     }
     int killedBefore = 0;
+    int unreached = 0;
     for (const SystemCall& place : places) {
         QDir(out()).removeRecursively();
         const ProgramOutcome outcome = runBroken(labMix(set), place, u"signal=KILL"_s);
-        EXPECT_TRUE(outcome.killed || outcome.exitCode != 0) << placeOf(place, u"KILL"_s);
         const QByteArray left = folder.read(u"mixes/Orvane DJ Mix.wav"_s);
         EXPECT_TRUE(left.isNull() || left == whole) << placeOf(place, u"KILL"_s);
+        // Threads share the calls anew in each run, and none may come to that one; then the mix is simply made.
+        if (!outcome.killed && outcome.exitCode == 0) {
+            EXPECT_TRUE(left == whole) << placeOf(place, u"KILL"_s);
+            ++unreached;
+        }
         killedBefore += left.isNull() ? 1 : 0;
     }
     EXPECT_GT(killedBefore, 5);
+    EXPECT_LT(unreached, 5);
     EXPECT_EQ(runProgram(labMix(set).first(), labMix(set).sliced(1)).exitCode, 0);
     EXPECT_EQ(mixes(), (QStringList{u"Orvane DJ Mix.txt"_s, u"Orvane DJ Mix.wav"_s}));
     EXPECT_TRUE(folder.read(u"mixes/Orvane DJ Mix.wav"_s) == whole);
