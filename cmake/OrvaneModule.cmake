@@ -62,6 +62,10 @@ function(orvane_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
+  # A sanitizer takes a multiple of the time.
+  if(ORVANE_SANITIZE)
+    math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 4")
+  endif()
   set_tests_properties(${name} PROPERTIES LABELS "${arg_LABEL}" TIMEOUT ${arg_TIMEOUT})
   # A web engine is a dozen processes; two at a time leave each other no room.
   if(arg_LABEL STREQUAL "e2e")
