@@ -1,3 +1,4 @@
+#include "platform/filesystem/AtomicFile.h"
 #include "tests/mastering/arithmetic/Signals.h"
 #include "tests/platform/sound/Program.h"
 #include "tests/support/Sandbox.h"
@@ -34,11 +35,11 @@ protected:
     test::TestFolder folder_;
 };
 
-TEST_F(BrokenRender, aFullDiskHalfWayIsToldAndLeavesNothing)
+TEST_F(BrokenRender, aFullDiskIsToldAndLeavesNothing)
 {
     folder_.write(u"video.mp4"_s, "the previous video");
-    const test::ProgramOutcome outcome =
-        test::runBroken(program(), {.name = u"write"_s, .number = 2}, u"error=ENOSPC"_s);
+    const QString unfinished = temporarySibling(folder_.path(u"video.mp4"_s));
+    const test::ProgramOutcome outcome = test::runBrokenAt(program(), unfinished, u"write"_s, u"error=ENOSPC"_s);
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(outcome.said, u"The video could not be written: No space left on device\n");
     EXPECT_EQ(folder_.names(), QStringList{u"song.wav"_s});
