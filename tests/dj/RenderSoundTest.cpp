@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <random>
 
 using namespace orvane;
 using namespace orvane::test;
@@ -46,6 +47,16 @@ double secondDifference(const Samples& samples, std::size_t frame)
     return std::abs(samples[frame - 1] - 2.0 * samples[frame] + samples[frame + 1]);
 }
 
+/// Where a frame is moved to hangs on the last bit of the hiss: it is the same in every run, and so are the distances.
+Samples sameHiss(std::size_t count, unsigned salt)
+{
+    std::mt19937 generator(salt);
+    Samples hiss(count);
+    for (double& sample : hiss)
+        sample = 0.003 * (2.0 * double(generator()) / double(std::mt19937::max()) - 1.0);
+    return hiss;
+}
+
 struct RenderedSound : MixFiles
 {
     /// How far, in seconds, the kicks of both tracks are apart at each beat of each blend of a mix of such tempi. Each
@@ -57,7 +68,7 @@ struct RenderedSound : MixFiles
             const double lead = 0.1 * double(index);
             Samples kicks =
                 playKit({.bpm = tempi[index], .pattern = Pattern::KickAlone, .seconds = 40.0, .intro = lead}).samples;
-            const Samples hiss = noise(kicks.size(), 0.003, unsigned(index));
+            const Samples hiss = sameHiss(kicks.size(), unsigned(index));
             std::transform(kicks.begin(), kicks.end(), hiss.begin(), kicks.begin(), std::plus<>());
             Channels channels{kicks, silence(kicks.size())};
             if (index % 2 == 1)
@@ -104,7 +115,7 @@ TEST_F(RenderedSound, kicksCoincideWithThoseOfATrackAtTheSetsOwnTempo)
     const Samples apart = kicksApart({reached(1064), 120.0, reached(990), 120.0, reached(1003)});
     // A frame is moved by up to 220 samples, 5 ms, and is not stretched within itself, which is another one.
     EXPECT_LT(percentile(apart, 0.95), 0.0065);
-    EXPECT_LT(percentile(apart, 0.5), 0.0045);
+    EXPECT_LT(percentile(apart, 0.5), 0.0035);
 }
 
 TEST_F(RenderedSound, kicksOfTwoStretchedTracksAreApartByNoMoreThanBothMayBeMoved)
