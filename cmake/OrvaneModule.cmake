@@ -2,9 +2,9 @@
 #
 #   orvane_module(NAME SOURCES … [HEADERS …] [PUBLIC …] [PRIVATE …])
 #       A static library. PUBLIC names only what its headers show.
-#   orvane_test(NAME LABEL unit|service|window|e2e SOURCES … LINKS … [DEPENDS …] [DBUS] [PAINTS])
+#   orvane_test(NAME LABEL unit|service|memory|window|e2e SOURCES … LINKS … [DEPENDS …] [DBUS] [PAINTS])
 #       One GoogleTest program, run by ctest under its label. With DBUS it has a session bus of its own; with PAINTS it
-#       has fonts, and no window.
+#       has fonts, and no window. What counts memory is labelled so, for a sanitizer holds back what is freed.
 #   orvane_fuzzer(NAME SOURCE … LINKS …)
 #       A libFuzzer target where ORVANE_FUZZERS is on; otherwise a program that ctest runs over its corpus.
 

@@ -1,6 +1,7 @@
 #include "tests/dj/MixFiles.h"
 
 #include "mastering/Master.h"
+#include "tests/mastering/arithmetic/Signals.h"
 
 #include <QFile>
 
@@ -40,6 +41,14 @@ DJ::Analysis MixFiles::track(const Told& told, const Channels& channels, double 
             .energy = 0.5,
             .duration = double(channels.front().size()) / rate,
             .grid = {.bpm = told.bpm, .phase = told.phase, .downbeat = told.downbeat, .cueIn = told.cueIn}};
+}
+
+DJ::Set MixFiles::noises(int count, double seconds) const
+{
+    DJ::Set set;
+    for (int index = 0; index < count; ++index)
+        set.append(track({u"track %1"_s.arg(index)}, {noise(std::size_t(seconds * 44100.0), 0.1, unsigned(index))}));
+    return set;
 }
 
 Channels MixFiles::heard(const DJ::Mix& mix) const

@@ -31,6 +31,9 @@ struct MixFiles : testing::Test
     DJ::Analysis track(const Told& told, const Channels& channels, double rate = 44100.0,
                        const QString& fileName = {}) const;
 
+    /// That many tracks of `seconds` of quiet stereo noise, called "track 0" and so on.
+    DJ::Set noises(int count, double seconds) const;
+
     /// The sound of the mix with that name.
     Channels heard(const DJ::Mix& mix) const;
     /// The tracklist of the mix with that name.

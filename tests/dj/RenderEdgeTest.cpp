@@ -41,13 +41,7 @@ struct Render : MixFiles
 
     QStringList mixes() const { return QDir(out()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
 
-    DJ::Set noises(int count) const
-    {
-        DJ::Set set;
-        for (int index = 0; index < count; ++index)
-            set.append(MixFiles::track({u"track %1"_s.arg(index)}, {noise(7 * bar, 0.1, unsigned(index))}));
-        return set;
-    }
+    DJ::Set noises(int count) const { return MixFiles::noises(count, double(7 * bar) / 44100.0); }
 };
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "mastering/Master.h"
 #include "tests/dj/MixFiles.h"
-#include "tests/mastering/arithmetic/Signals.h"
 #include "tests/support/Sandbox.h"
 #include "tests/support/SystemCalls.h"
 
@@ -11,8 +10,6 @@
 #include <csignal>
 #include <random>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace orvane;
 using namespace orvane::test;
@@ -23,15 +20,6 @@ namespace {
 
 struct RenderFault : MixFiles
 {
-    DJ::Set noises(int count, double seconds) const
-    {
-        DJ::Set set;
-        for (int index = 0; index < count; ++index)
-            set.append(
-                track({u"track %1"_s.arg(index)}, {noise(std::size_t(seconds * 44100.0), 0.1, unsigned(index))}));
-        return set;
-    }
-
     QStringList mixes() const { return QDir(out()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
 
     QStringList labMix(const DJ::Set& set) const
@@ -48,21 +36,6 @@ int callsOfFirstThread(const QString& trace, const QString& name)
 {
     const QString thread = trace.section(u' ', 0, 0);
     return int(trace.count(QRegularExpression(u"^%1 +%2\\("_s.arg(thread, name), QRegularExpression::MultilineOption)));
-}
-
-/// The largest memory that `work` has in a child process, in MiB.
-double peakOf(const std::function<void()>& work)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        work();
-        ::_exit(0);
-    }
-    int status = 0;
-    rusage usage = {};
-    ::wait4(child, &status, 0, &usage);
-    EXPECT_EQ(status, 0);
-    return double(usage.ru_maxrss) / 1024.0;
 }
 
 } // namespace
@@ -137,16 +110,4 @@ TEST_F(RenderFault, aRenderKilledAtAnyCallLeavesNothingAtTheFinalName)
     EXPECT_EQ(runProgram(labMix(set).first(), labMix(set).sliced(1)).exitCode, 0);
     EXPECT_EQ(mixes(), (QStringList{u"Orvane DJ Mix.txt"_s, u"Orvane DJ Mix.wav"_s}));
     EXPECT_TRUE(folder.read(u"mixes/Orvane DJ Mix.wav"_s) == whole);
-}
-
-TEST_F(RenderFault, aLongSetTakesNoMoreMemoryThanAShortOne)
-{
-    // A track is 21 MiB as doubles.
-    const DJ::Set set = noises(12, 30.0);
-    const auto peak = [&](qsizetype tracks) { return peakOf([&] { DJ::render(set.first(tracks), {}, out()); }); };
-    const double four = peak(4);
-    const double twelve = peak(12);
-    EXPECT_LT(twelve, four + 15.0);
-    RecordProperty("four_mib", std::to_string(four));
-    RecordProperty("twelve_mib", std::to_string(twelve));
 }
