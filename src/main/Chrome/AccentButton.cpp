@@ -1,5 +1,6 @@
 #include "main/Chrome/AccentButton.h"
 
+#include "main/Chrome/Paint.h"
 #include "main/Chrome/StyleParts.h"
 #include "main/Chrome/Theme.h"
 
@@ -48,7 +49,7 @@ void AccentButton::paintEvent(QPaintEvent*)
     const QRect label = rect().adjusted(Theme::Space::small, 0, -Theme::Space::small, 0);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, label.width(), Qt::TextShowMnemonic);
     painter.setPen(StyleParts::labelColour(option, true));
-    painter.drawText(label, Qt::AlignCenter | Qt::TextShowMnemonic, shown);
+    Paint::text(painter, label, Qt::AlignCenter | Qt::TextShowMnemonic, shown);
 }
 
 } // namespace orvane

@@ -44,7 +44,7 @@ void Badge::paintEvent(QPaintEvent*)
     Paint::box(painter, rect(), height() / 2.0, Paint::mixed(Theme::card, colour_, 0.08),
                Paint::mixed(Theme::card, colour_, 0.45));
     painter.setPen(colour_);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text_);
+    Paint::text(painter, rect(), Qt::AlignCenter | Qt::TextSingleLine, text_);
 }
 
 } // namespace orvane

@@ -181,6 +181,18 @@ void ChromeStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
+void ChromeStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,
+                               const QString& text, QPalette::ColorRole role) const
+{
+    if (flags & (Qt::TextForceLeftToRight | Qt::TextForceRightToLeft))
+        return QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
+    const QPen pen = painter->pen();
+    if (role != QPalette::NoRole)
+        painter->setPen({palette.brush(role), pen.widthF()});
+    Paint::text(*painter, rect, flags, text);
+    painter->setPen(pen);
+}
+
 QRect ChromeStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                   const QWidget* widget) const
 {

@@ -1,5 +1,6 @@
 #include "main/Chrome/ElidedLabel.h"
 
+#include "main/Chrome/Paint.h"
 #include "main/Chrome/Theme.h"
 
 #include <QHelpEvent>
@@ -64,10 +65,9 @@ bool ElidedLabel::event(QEvent* event)
 void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.setLayoutDirection(Qt::LeftToRight);
     painter.setPen(palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
     const auto placed = QStyle::visualAlignment(layoutDirection(), alignment());
-    painter.drawText(contentsRect(), int(placed) | Qt::TextSingleLine, shownText());
+    Paint::text(painter, contentsRect(), int(placed) | Qt::TextSingleLine, shownText());
 }
 
 } // namespace orvane

@@ -3,12 +3,15 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
 
 namespace orvane {
 namespace {
+
+constexpr int alignmentMask = int(Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask);
 
 QPen roundPen(const QColor& colour, double width)
 {
@@ -98,6 +101,15 @@ void Paint::dash(QPainter& painter, const QRectF& rect, const QColor& colour)
     smooth(painter).setPen(roundPen(colour, std::max(1.5, rect.width() / 8)));
     painter.drawLine(rect.center() - half, rect.center() + half);
     painter.restore();
+}
+
+void Paint::text(QPainter& painter, const QRect& rect, int flags, const QString& text)
+{
+    const Qt::LayoutDirection direction = painter.layoutDirection();
+    const Qt::Alignment placed = QStyle::visualAlignment(direction, Qt::Alignment(flags & alignmentMask));
+    painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    painter.drawText(rect, (flags & ~alignmentMask) | int(placed | Qt::AlignAbsolute), text);
+    painter.setLayoutDirection(direction);
 }
 
 void Paint::tick(QPainter& painter, const QRectF& rect, const QColor& colour)

@@ -4,6 +4,7 @@
 #include <QRectF>
 
 class QPainter;
+class QString;
 
 namespace orvane {
 
@@ -22,6 +23,10 @@ void gradientBox(QPainter& painter, const QRectF& rect, double radius, const QCo
 
 /// The mark of keyboard focus, inside the edge of `rect`.
 void focusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& colour);
+
+/// Text in the order of its own script, whatever the direction of the window. `flags` are those of QPainter::drawText,
+/// and as there, the painter's direction tells which side left is, unless it is absolute.
+void text(QPainter& painter, const QRect& rect, int flags, const QString& text);
 
 /// A check mark that fills `rect`.
 void tick(QPainter& painter, const QRectF& rect, const QColor& colour);

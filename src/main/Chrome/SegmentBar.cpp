@@ -196,8 +196,8 @@ void SegmentBar::drawItem(QPainter& painter, int index) const
     painter.setFont(font());
     painter.setPen(text);
     const int room = box.width() - besidesTitle;
-    painter.drawText(box, Qt::AlignCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(item.title, Qt::ElideRight, room));
+    Paint::text(painter, box, Qt::AlignCenter | Qt::TextSingleLine,
+                fontMetrics().elidedText(item.title, Qt::ElideRight, room));
 }
 
 void SegmentBar::setHovered(int tag)

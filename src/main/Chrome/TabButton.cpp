@@ -85,7 +85,7 @@ void TabButton::paintEvent(QPaintEvent*)
     QPainter painter(this);
     Paint::box(painter, rect(), Theme::Radius::control, groundOf(*this));
     painter.setPen(isActive_ || isHovered_ ? Theme::textPrimary : Theme::textSecond);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    Paint::text(painter, rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
     if (isActive_) {
         const QRectF mark(besidesTitle, height() - markHeight - 1.0, width() - 2 * besidesTitle, markHeight);
         Paint::box(painter, mark, markHeight / 2.0, Theme::accent);

@@ -116,8 +116,8 @@ void ToggleChip::paintEvent(QPaintEvent*)
     QPainter painter(this);
     Paint::box(painter, rect(), height() / 2.0, tones.fill, tones.stroke);
     painter.setPen(tones.text);
-    painter.drawText(textRect(), Qt::AlignCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(shownText(), Qt::ElideRight, textRect().width()));
+    Paint::text(painter, textRect(), Qt::AlignCenter | Qt::TextSingleLine,
+                fontMetrics().elidedText(shownText(), Qt::ElideRight, textRect().width()));
     if (trailingRoom() > 0) {
         const QRect trailing(rect().right() + 1 - trailingRoom() - besidesText / 2, 0, trailingRoom(), height());
         drawTrailing(painter, QStyle::visualRect(layoutDirection(), rect(), trailing), tones.text);
