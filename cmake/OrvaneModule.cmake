@@ -66,10 +66,11 @@ function(orvane_test name)
   if(ORVANE_SANITIZE)
     math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 4")
   endif()
-  set_tests_properties(${name} PROPERTIES LABELS "${arg_LABEL}" TIMEOUT ${arg_TIMEOUT})
+  # What may take long starts first, so that it does not run alone at the end.
+  set_tests_properties(${name} PROPERTIES LABELS "${arg_LABEL}" TIMEOUT ${arg_TIMEOUT} COST ${arg_TIMEOUT})
   # A web engine is a dozen processes; two at a time leave each other no room.
   if(arg_LABEL STREQUAL "e2e")
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK web_engine)
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK web_engine COST 10000)
   endif()
 endfunction()
 
