@@ -5,7 +5,6 @@
 #include "main/Chrome/SideScroller.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 
 #include <algorithm>
 
@@ -15,6 +14,9 @@ ChainView::ChainView(const QList<Module>& modules, QWidget* parent)
     : QWidget(parent)
     , track_(new QWidget)
     , row_(new SideScroller(track_, Theme::card, this))
+    , keys_(std::make_unique<RowKeys>(
+          *this, [this] { return RowKeys::Place{.current = selected_, .count = static_cast<int>(cards_.size())}; },
+          [this](int index) { goTo(index); }))
 {
     buildCards(modules);
     auto* whole = new QVBoxLayout(this);
@@ -22,6 +24,8 @@ ChainView::ChainView(const QList<Module>& modules, QWidget* parent)
     whole->addWidget(row_);
     select(0);
 }
+
+ChainView::~ChainView() = default;
 
 void ChainView::buildCards(const QList<Module>& modules)
 {
@@ -44,7 +48,7 @@ void ChainView::addCard(QHBoxLayout* stack, const Module& module)
         if (onToggle)
             onToggle(index, isTicked);
     };
-    card->installEventFilter(this);
+    keys_->watch(*card);
     stack->addWidget(card);
     cards_.append(card);
 }
@@ -59,6 +63,12 @@ void ChainView::select(int index)
     row_->scrollIntoView(cards_.at(index));
     if (onSelect)
         onSelect(index);
+}
+
+void ChainView::goTo(int index)
+{
+    select(index);
+    cards_.at(index)->setFocus(Qt::TabFocusReason);
 }
 
 ModuleCard* ChainView::card(Stage stage) const
@@ -100,33 +110,6 @@ bool ChainView::isTicked(Stage stage) const
 {
     const ModuleCard* found = card(stage);
     return found && found->module().isTicked;
-}
-
-int ChainView::indexFor(int key) const
-{
-    return indexForKey(key, *this, selected_, static_cast<int>(cards_.size()));
-}
-
-bool ChainView::eventFilter(QObject* watched, QEvent* event)
-{
-    // The scroll area between would take the arrow keys for itself.
-    if (event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (indexFor(key->key()) >= 0) {
-            keyPressEvent(key);
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void ChainView::keyPressEvent(QKeyEvent* event)
-{
-    const int index = indexFor(event->key());
-    if (index < 0)
-        return QWidget::keyPressEvent(event);
-    select(index);
-    cards_.at(index)->setFocus(Qt::TabFocusReason);
 }
 
 } // namespace orvane

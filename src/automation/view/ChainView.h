@@ -6,11 +6,13 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class QHBoxLayout;
 
 namespace orvane {
 
+class RowKeys;
 class SideScroller;
 
 /// The stages of a run as a row of cards that scrolls sideways. One of them is selected.
@@ -22,6 +24,7 @@ public:
     using Module = ModuleCard::Module;
 
     explicit ChainView(const QList<Module>& modules, QWidget* parent = nullptr);
+    ~ChainView() override;
 
     /// Called with the place of the card that was selected, and of the one whose box the user ticked.
     std::function<void(int index)> onSelect;
@@ -41,18 +44,15 @@ public:
     void setTicked(Stage stage, bool isTicked);
     bool isTicked(Stage stage) const;
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void buildCards(const QList<Module>& modules);
     void addCard(QHBoxLayout* stack, const Module& module);
     ModuleCard* card(Stage stage) const;
-    int indexFor(int key) const;
+    void goTo(int index);
 
     QWidget* track_;
     SideScroller* row_;
+    std::unique_ptr<RowKeys> keys_;
     QList<ModuleCard*> cards_;
     int selected_ = 0;
 };

@@ -7,7 +7,6 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QScrollArea>
 
 #include <algorithm>
@@ -25,11 +24,16 @@ TabBar::TabBar(const QStringList& titles, QWidget* parent)
     , card_(new CardView(this))
     , track_(new QWidget)
     , row_(new SideScroller(track_, Theme::card, this))
+    , keys_(std::make_unique<RowKeys>(
+          *this, [this] { return RowKeys::Place{.current = selected_, .count = int(buttons_.size())}; },
+          [this](int index) { goTo(index); }))
 {
     setAccessibleName(QStringLiteral("Tools"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     buildTrack(titles);
 }
+
+TabBar::~TabBar() = default;
 
 void TabBar::buildTrack(const QStringList& titles)
 {
@@ -40,7 +44,7 @@ void TabBar::buildTrack(const QStringList& titles)
         auto* button = new TabButton(title, track_);
         const int index = int(buttons_.size());
         connect(button, &QAbstractButton::clicked, this, [this, index] { choose(index); });
-        button->installEventFilter(this);
+        keys_->watch(*button);
         button->setActive(index == selected_);
         buttons_.append(button);
         stack->addWidget(button);
@@ -113,29 +117,8 @@ void TabBar::placeParts()
         row_->scrollIntoView(buttons_.at(selected_));
 }
 
-bool TabBar::eventFilter(QObject* watched, QEvent* event)
+void TabBar::goTo(int index)
 {
-    // The scroll area between would take the arrow keys for itself.
-    if (event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (indexFor(key->key()) >= 0) {
-            keyPressEvent(key);
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-int TabBar::indexFor(int key) const
-{
-    return indexForKey(key, *this, selected_, static_cast<int>(buttons_.size()));
-}
-
-void TabBar::keyPressEvent(QKeyEvent* event)
-{
-    const int index = indexFor(event->key());
-    if (index < 0 || buttons_.isEmpty())
-        return QWidget::keyPressEvent(event);
     if (index != selected_)
         choose(index);
     buttons_.at(index)->setFocus(Qt::TabFocusReason);

@@ -4,12 +4,14 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class QScrollArea;
 
 namespace orvane {
 
 class CardView;
+class RowKeys;
 class SideScroller;
 class TabButton;
 
@@ -21,6 +23,7 @@ class TabBar : public QWidget
 
 public:
     explicit TabBar(const QStringList& titles, QWidget* parent = nullptr);
+    ~TabBar() override;
 
     /// Called with the index of the tab that the user chose, after it was selected here.
     std::function<void(int)> onSelect;
@@ -44,18 +47,17 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildTrack(const QStringList& titles);
     void choose(int index);
     void placeParts();
-    int indexFor(int key) const;
+    void goTo(int index);
 
     CardView* card_;
     QWidget* track_;
     SideScroller* row_;
+    std::unique_ptr<RowKeys> keys_;
     QList<TabButton*> buttons_;
     int selected_ = 0;
 };
