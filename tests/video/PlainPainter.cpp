@@ -128,20 +128,20 @@ void paintPill(const Canvas& canvas, const QString& site)
     canvas.context.drawText(start + QPointF(nameWidth, 0.0), suffix);
 }
 
-/// How much of the pixel at (column, row) a rectangle with round corners holds, from a thousand cuts through it.
+/// How much of the pixel at (column, row) a rectangle with round corners holds, from a hundred cuts through it.
 double partInside(const QRectF& bar, double radius, int column, int row)
 {
-    constexpr int cuts = 1000;
+    constexpr int cuts = 100;
+    const double from = std::max(bar.left(), double(column));
+    const double breadth = (std::min(bar.right(), column + 1.0) - from) / cuts;
     double part = 0.0;
     for (int cut = 0; cut < cuts; ++cut) {
-        const double x = column + (cut + 0.5) / cuts;
-        if (x < bar.left() || x > bar.right())
-            continue;
+        const double x = from + (cut + 0.5) * breadth;
         const double beside = std::max({0.0, bar.left() + radius - x, x - (bar.right() - radius)});
         const double inset = radius - std::sqrt(std::max(radius * radius - beside * beside, 0.0));
         const double top = std::max(bar.top() + inset, double(row));
         const double bottom = std::min(bar.bottom() - inset, row + 1.0);
-        part += std::max(bottom - top, 0.0) / cuts;
+        part += std::max(bottom - top, 0.0) * breadth;
     }
     return part;
 }

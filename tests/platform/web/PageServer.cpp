@@ -125,11 +125,15 @@ bool eventually(const std::function<bool()>& holds)
 
 bool load(WebPage& page, const QUrl& url)
 {
-    QSignalSpy finished(&page, &WebPage::finished);
-    QSignalSpy failed(&page, &WebPage::failed);
+    // The end of an earlier page may still be on its way.
+    const QSignalSpy started(&page, &WebPage::started);
+    const QSignalSpy failed(&page, &WebPage::failed);
+    bool isFinished = false;
+    const QObject watch;
+    QObject::connect(&page, &WebPage::finished, &watch, [&] { isFinished = !started.isEmpty(); });
     page.load(url);
-    eventually([&] { return !finished.isEmpty() || !failed.isEmpty(); });
-    return !finished.isEmpty();
+    eventually([&] { return isFinished || !failed.isEmpty(); });
+    return isFinished;
 }
 
 ScriptOutcome call(WebPage& page, const QString& body, const QJsonObject& arguments,
