@@ -68,6 +68,7 @@ void WebPage::connectLoading()
 void WebPage::load(const QUrl& url, std::chrono::milliseconds timeout)
 {
     loading_ = true;
+    beforeStart_ = true;
     overdue_ = false;
     timeout_.start(timeout);
     page_->load(url);
@@ -111,9 +112,12 @@ void WebPage::applyZoom()
 
 void WebPage::takeLoading(const QWebEngineLoadingInfo& info)
 {
+    if (info.status() != QWebEngineLoadingInfo::LoadStartedStatus && beforeStart_)
+        return;
     switch (info.status()) {
     case QWebEngineLoadingInfo::LoadStartedStatus:
         loading_ = true;
+        beforeStart_ = false;
         dead_ = false;
         Q_EMIT started();
         return;

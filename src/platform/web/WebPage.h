@@ -130,6 +130,8 @@ private:
     QTimer timeout_;
     double zoom_ = 1;
     bool loading_ = false;
+    /// Asked to load, and the engine has not begun: what it tells of an end is of the page before.
+    bool beforeStart_ = false;
     bool overdue_ = false;
     bool dead_ = false;
 };

@@ -125,15 +125,11 @@ bool eventually(const std::function<bool()>& holds)
 
 bool load(WebPage& page, const QUrl& url)
 {
-    // The end of an earlier page may still be on its way.
-    const QSignalSpy started(&page, &WebPage::started);
+    const QSignalSpy finished(&page, &WebPage::finished);
     const QSignalSpy failed(&page, &WebPage::failed);
-    bool isFinished = false;
-    const QObject watch;
-    QObject::connect(&page, &WebPage::finished, &watch, [&] { isFinished = !started.isEmpty(); });
     page.load(url);
-    eventually([&] { return isFinished || !failed.isEmpty(); });
-    return isFinished;
+    eventually([&] { return !finished.isEmpty() || !failed.isEmpty(); });
+    return !finished.isEmpty();
 }
 
 ScriptOutcome call(WebPage& page, const QString& body, const QJsonObject& arguments,

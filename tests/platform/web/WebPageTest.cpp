@@ -11,10 +11,12 @@
 #include <QSslKey>
 #include <QTemporaryDir>
 #include <QWebEngineDownloadRequest>
+#include <QWebEngineLoadingInfo>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 
 #include <gtest/gtest.h>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -134,6 +136,21 @@ TEST_F(WebPageTest, aLoadThatTakesTooLongIsStoppedAndHasFailed)
     ASSERT_TRUE(eventually([&] { return !page.enginePage().isLoading(); }));
     ASSERT_TRUE(test::load(page, at(u"/first"_s)));
     EXPECT_EQ(failed.size(), 1);
+}
+
+TEST_F(WebPageTest, theEndOfThePageBeforeIsNotTakenForItsOwn)
+{
+    std::optional<QWebEngineLoadingInfo> end;
+    QObject::connect(&page.enginePage(), &QWebEnginePage::loadingChanged, &page,
+                     [&end](const QWebEngineLoadingInfo& info) { end = info; });
+    ASSERT_TRUE(test::load(page, at(u"/first"_s)));
+    ASSERT_EQ(end->status(), QWebEngineLoadingInfo::LoadSucceededStatus);
+    // A busy engine tells it late.
+    page.load(at(u"/second"_s));
+    Q_EMIT page.enginePage().loadingChanged(*end);
+    EXPECT_EQ(finished.count(), 1);
+    EXPECT_TRUE(eventually([this] { return finished.count() == 2; }));
+    EXPECT_EQ(page.url(), at(u"/second"_s));
 }
 
 TEST_F(WebPageTest, aLoadThatFinishedInTimeIsLeftAlone)
