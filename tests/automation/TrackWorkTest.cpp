@@ -97,6 +97,15 @@ TEST_F(TrackFiles, thatHaveGoneAreTold)
                 ElementsAre(NotRenamed{u"Song.mp3"_s, u"Other.mp3"_s, u"No such file or directory"_s}));
 }
 
+TEST_F(TrackFiles, moveWithTheRecordingsLast)
+{
+    const QStringList listed{u"Song.jpg"_s, u"Song.m4a"_s, u"Song.mp3"_s, u"Song.txt"_s, u"Song.wav"_s};
+    QStringList inTurn;
+    for (const NotRenamed& problem : renameFiles(folder.path(), listed, u"Song"_s, u"Other"_s).problems)
+        inTurn.append(problem.file);
+    EXPECT_EQ(inTurn, (QStringList{u"Song.jpg"_s, u"Song.txt"_s, u"Song.m4a"_s, u"Song.mp3"_s, u"Song.wav"_s}));
+}
+
 TEST_F(TrackFiles, aTracklistHasOneNumberedLineForEachName)
 {
     EXPECT_EQ(writeTracklist({u"One"_s, u"Zwölf"_s}, folder.path()), QString());

@@ -213,6 +213,22 @@ TEST(Chain, aHundredthOfADecibelAboveTheCeilingIsTolerated)
     EXPECT_NE(tooHigh, input);
 }
 
+TEST(Chain, aTruePeakExactlyAtTheEndOfTheToleranceIsTolerated)
+{
+    const Channels input{tone(rate / 32.0, -3.0, 2.0, rate, -360.0 / 128.0)};
+    const double loudness = Master::measure(input, rate).integrated;
+    const double peak = Master::peakDB(input, rate);
+    double ceiling = peak - 0.01;
+    while (ceiling + 0.01 < peak)
+        ceiling = std::nextafter(ceiling, 0.0);
+    while (ceiling + 0.01 > peak)
+        ceiling = std::nextafter(ceiling, -10.0);
+    ASSERT_EQ(ceiling + 0.01, peak);
+    Channels output = input;
+    EXPECT_TRUE(apply(loudness, ceiling, output, rate).limited);
+    EXPECT_EQ(output, input);
+}
+
 TEST(ChainLaw, theSamplePeakNeverExceedsTheLastWorkingCeiling)
 {
     for (const double target : {-12.0, -8.0, -4.0}) {

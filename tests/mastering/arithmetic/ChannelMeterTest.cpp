@@ -57,6 +57,25 @@ TEST(ChannelMeter, findsAPeakWhereverAStepEnds)
     }
 }
 
+TEST(ChannelMeter, measuresWhatHasComeAtOnce)
+{
+    const Samples samples = noise(40'000, 0.3);
+    ChannelMeter meter(8000.0, true);
+    meter.advance(std::span(samples).first(30'000));
+    // Blocks of 3200 frames every 800 in what is weighed, all but a rest of at most 1024 frames.
+    EXPECT_GE(meter.blocks().size(), (30'000u - 1024u - 3200u) / 800u + 1u);
+    EXPECT_GE(meter.windows().size(), (30'000u - 1024u - 24'000u) / 800u + 1u);
+}
+
+TEST(ChannelMeter, ofSixChannelsOnlyTheLfeDoesNotCount)
+{
+    const Channels channels = music(1.0, 8000.0, 6);
+    auto meters = Master::metersFor(6, 8000.0);
+    Master::finish(meters, channels);
+    for (std::size_t channel = 0; channel < 6; ++channel)
+        EXPECT_EQ(meters[channel].blocks().empty(), channel == 3) << channel;
+}
+
 TEST(ChannelMeter, aChannelThatDoesNotCountHasOnlyPeaks)
 {
     const Samples samples = noise(40'000, 0.3);

@@ -141,6 +141,21 @@ TEST(Biquad, aResetForgetsTheSignalButNotTheFilter)
     EXPECT_EQ(section.process(samples), first);
 }
 
+TEST(Biquad, onlyStateTooSmallToHearIsLetGo)
+{
+    Biquad section = Biquad::kWeightingStage2(44100.0);
+    section.y1 = 1e-100;
+    section.y2 = -1e-100;
+    section.filter({});
+    EXPECT_EQ(section.y1, 1e-100);
+    EXPECT_EQ(section.y2, -1e-100);
+    section.y1 = 0.999e-100;
+    section.y2 = -0.999e-100;
+    section.filter({});
+    EXPECT_EQ(section.y1, 0.0);
+    EXPECT_EQ(section.y2, 0.0);
+}
+
 TEST(Biquad, theTailOfASignalFallsToRest)
 {
     Biquad section = Biquad::kWeightingStage2(44100.0);

@@ -33,6 +33,17 @@ Samples gainsAround(double height, std::size_t place, std::size_t frames, double
     return gains;
 }
 
+void expectLimitedAsThePlainDefinitionSays(Channels channels, double ceiling, double hertz)
+{
+    Channels wanted = channels;
+    Master::limit(channels, ceiling, hertz);
+    Reference::limit(wanted, ceiling, hertz);
+    for (std::size_t channel = 0; channel < wanted.size(); ++channel) {
+        for (std::size_t frame = 0; frame < wanted[channel].size(); ++frame)
+            ASSERT_NEAR(channels[channel][frame], wanted[channel][frame], 1e-12) << frame << " in channel " << channel;
+    }
+}
+
 } // namespace
 
 TEST(SlidingMaximum, everyLengthIsAsABruteSearchSays)
@@ -95,6 +106,52 @@ TEST(Limiter, anOvershootThatFallsForLongerThanTheLookAheadComesOutAsThePlainDef
         Reference::limit(wanted, -6.0, rate);
         for (std::size_t frame = 0; frame < 5000; ++frame)
             ASSERT_NEAR(found[0][frame], wanted[0][frame], 1e-12) << frame << " with a fall of " << length;
+    }
+}
+
+TEST(Limiter, loneOvershootsComeOutAsThePlainDefinitionSaysWhereverTheyLie)
+{
+    for (const std::size_t place : {0u, 1u, 219u, 220u, 4095u, 4096u, 4097u, 8192u, 65535u, 65536u, 65537u, 69998u}) {
+        for (const std::size_t distance : {1u, 2u, 219u, 220u, 221u, 1500u}) {
+            Channels found{Samples(70000, 0.01), Samples(70000, -0.01)};
+            found[0][place] = 0.9;
+            found[1][std::min<std::size_t>(place + distance, 69999)] = -0.8;
+            expectLimitedAsThePlainDefinitionSays(found, -6.0, rate);
+        }
+    }
+}
+
+TEST(Limiter, sparseOvershootsComeOutAsThePlainDefinitionSays)
+{
+    for (unsigned run = 0; run < 20; ++run) {
+        Channels channels{noise(20000, 0.17, run)};
+        expectLimitedAsThePlainDefinitionSays(channels, -6.0, 8000.0);
+    }
+}
+
+TEST(Limiter, aCeilingNearSilenceHoldsOnlyWhatExceedsIt)
+{
+    Channels channels{Samples(5000, 0.9e-4)};
+    channels[0][3000] = 1.1e-4;
+    expectLimitedAsThePlainDefinitionSays(channels, -80.0, rate);
+    const Channels under{Samples(5000, 0.9e-4)};
+    Channels limited = under;
+    Master::limit(limited, -80.0, rate);
+    EXPECT_EQ(limited, under);
+}
+
+TEST(Limiter, whatAChannelHasBehindTheEndOfTheFirstStaysAsItIs)
+{
+    for (const std::size_t frames : {1u, 100u, 4096u, 65536u, 70000u}) {
+        Channels channels{Samples(frames, 0.9), Samples(frames, 0.9)};
+        channels[1].resize(frames + 10, 5.0);
+        const Channels before = channels;
+        Master::limit(channels, -6.0, rate);
+        EXPECT_EQ(channels[0], Samples(channels[1].begin(), channels[1].end() - 10)) << frames;
+        EXPECT_EQ(Samples(channels[1].end() - 10, channels[1].end()), Samples(10, 5.0)) << frames;
+        Channels limited;
+        Master::limitInto(limited, before, -6.0, rate);
+        EXPECT_EQ(limited, (Channels{channels[0], channels[0]})) << frames;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "tests/mastering/arithmetic/Signals.h"
 
 #include <cmath>
+#include <ctime>
 #include <gmock/gmock.h>
 
 using namespace orvane;
@@ -20,6 +21,14 @@ void expectNear(const Reading& found, const Reading& wanted, double tolerance)
     EXPECT_NEAR(found.truePeak, wanted.truePeak, tolerance);
     EXPECT_NEAR(found.range, wanted.range, tolerance);
     EXPECT_NEAR(found.samplePeak, wanted.samplePeak, tolerance);
+}
+
+/// What the process or this thread has used so far.
+double processorSeconds(clockid_t clock)
+{
+    timespec time{};
+    ::clock_gettime(clock, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
 }
 
 /// The short-term value or block of so many LUFS, `count` times.
@@ -56,6 +65,18 @@ TEST(Measure, oneThreadReadsWhatAllRead)
 {
     const Channels channels = music(5.0, 44100.0);
     EXPECT_EQ(measure(channels, 44100.0, Master::Threads::One), measure(channels, 44100.0, Master::Threads::All));
+}
+
+TEST(Measure, oneThreadIsTheCallersAlone)
+{
+    const Channels channels = music(5.0, 44100.0);
+    const double others = processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - processorSeconds(CLOCK_THREAD_CPUTIME_ID);
+    const double own = processorSeconds(CLOCK_THREAD_CPUTIME_ID);
+    measure(channels, 44100.0, Master::Threads::One);
+    const double ownUsed = processorSeconds(CLOCK_THREAD_CPUTIME_ID) - own;
+    const double othersUsed =
+        processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - processorSeconds(CLOCK_THREAD_CPUTIME_ID) - others;
+    EXPECT_LT(othersUsed, ownUsed / 10.0);
 }
 
 TEST(Measure, nothingReadsAsNothing)

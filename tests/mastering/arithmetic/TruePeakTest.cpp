@@ -94,6 +94,17 @@ TEST(TruePeak, aLoneLoudBlockAmongQuietOnesIsNotPassedOver)
     }
 }
 
+TEST(TruePeak, theWorstIsNotPassedOverForALoneSampleThatIsAsGoodAsEqual)
+{
+    const auto& taps = Master::oversamplingTaps();
+    Samples samples = silence(400);
+    for (std::size_t tap = 0; tap < 32; ++tap)
+        samples[200 + tap] = std::copysign(1.0, taps[126 - 4 * tap]);
+    const double worst = Master::scanTruePeak(samples);
+    samples[40] = worst / taps[64] * (1.0 - 1e-12);
+    EXPECT_EQ(Master::scanTruePeak(samples), worst);
+}
+
 TEST(TruePeak, theWorstThatSmallSamplesCanDoIsNotPassedOver)
 {
     const auto& taps = Master::oversamplingTaps();
@@ -195,6 +206,21 @@ TEST(TruePeak, isTheHighestOfAllChannelsAndNeverBelowTheSamples)
         largest = std::max({largest, Reference::truePeak(channel), Master::largestMagnitude(std::span(channel))});
     EXPECT_NEAR(Master::peakDB(channels, 44100.0), 20.0 * std::log10(largest), 1e-8);
     EXPECT_GE(Master::peakDB(channels, 44100.0), Master::samplePeakDB(channels));
+}
+
+TEST(TruePeak, aSignalNearSilenceReadsAsThePlainDefinitionSays)
+{
+    for (std::size_t frames = 33; frames < 140; ++frames)
+        expectSamePeak(noise(frames, 1e-8, unsigned(frames)));
+    expectSamePeak(noise(5000, 1e-8));
+}
+
+TEST(TruePeak, silenceOfEveryLengthHasNoPeak)
+{
+    for (std::size_t frames = 0; frames < 140; ++frames) {
+        EXPECT_EQ(Master::scanPeaks(silence(frames)).sample, 0.0) << frames;
+        EXPECT_EQ(Master::scanPeaks(silence(frames)).oversampled, 0.0) << frames;
+    }
 }
 
 TEST(TruePeak, noSignalHasNoPeak)
