@@ -70,13 +70,16 @@ TEST(Measure, oneThreadReadsWhatAllRead)
 TEST(Measure, oneThreadIsTheCallersAlone)
 {
     const Channels channels = music(5.0, 44100.0);
-    const double others = processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - processorSeconds(CLOCK_THREAD_CPUTIME_ID);
-    const double own = processorSeconds(CLOCK_THREAD_CPUTIME_ID);
-    measure(channels, 44100.0, Master::Threads::One);
-    const double ownUsed = processorSeconds(CLOCK_THREAD_CPUTIME_ID) - own;
-    const double othersUsed =
-        processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - processorSeconds(CLOCK_THREAD_CPUTIME_ID) - others;
-    EXPECT_LT(othersUsed, ownUsed / 10.0);
+    const double before = processorSeconds(CLOCK_THREAD_CPUTIME_ID);
+    const double othersBefore = processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - before;
+    double own = 0.0;
+    // Long beside what a thread of an earlier test may still be charged with.
+    while (own < 0.1) {
+        measure(channels, 44100.0, Master::Threads::One);
+        own = processorSeconds(CLOCK_THREAD_CPUTIME_ID) - before;
+    }
+    const double others = processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - before - own - othersBefore;
+    EXPECT_LT(others, own / 2.0);
 }
 
 TEST(Measure, nothingReadsAsNothing)
