@@ -33,6 +33,18 @@ TEST_F(RunFaultTest, aStopDuringTheDownloadLeavesTheLaterStagesAndANewRunFindsTh
     EXPECT_EQ(files(u"Mastered"_s).size(), 2);
 }
 
+TEST_F(RunFaultTest, aStopInAStageLeavesTheLaterStagesUntold)
+{
+    useFolder({u"001 - Ocean.mp3"_s, u"002 - Lake.mp3"_s});
+    onProgress = [this](const RunProgress& at) {
+        if (at.stage == Stage::rename)
+            run().stop();
+    };
+    runToTheEnd();
+    EXPECT_EQ(run().outcomes().keys(), (QList<Stage>{Stage::read, Stage::download, Stage::rename}));
+    EXPECT_FALSE(summaries.value(0).isSuccess());
+}
+
 TEST_F(RunFaultTest, aSecondStopSaysNothingMore)
 {
     onProgress = [this](const RunProgress& at) {

@@ -27,6 +27,16 @@ TEST_F(RunSourceTest, aFolderRunWithNoTokenGoes)
     EXPECT_THAT(service.requests(), IsEmpty());
 }
 
+TEST_F(RunSourceTest, isTheOneThatWasChosenAtTheStart)
+{
+    useFolder({u"007 - Hill.mp3"_s});
+    QObject::connect(&run(), &AutomaterRun::runningChanged, &run(), [this] { choices.source = RunSource::download; });
+    service.clearRequests();
+    runToTheEnd();
+    EXPECT_EQ(outcome(Stage::read), StageState::skipped(u"using files already here"_s));
+    EXPECT_THAT(service.requests(), IsEmpty());
+}
+
 TEST_F(RunSourceTest, aRejectedSessionFailsTheReadWithItsWords)
 {
     service.expireTokens();

@@ -78,6 +78,12 @@ TEST(RunSummaryText, sixStagesDoneOrSkippedAreASuccess)
     EXPECT_TRUE(summary.isSuccess());
 }
 
+TEST(RunSummaryText, oneStageOffOrNotReachedIsTold)
+{
+    EXPECT_EQ(summaryOf(states({done, done, done, done, done, off})).text(), u"5 done, 1 switched off"_s);
+    EXPECT_EQ(summaryOf(states({done, done, done, done, done})).text(), u"5 done, 1 not reached"_s);
+}
+
 TEST(RunSummaryText, oneStageFailedIsNone)
 {
     const RunSummary summary = summaryOf(states({done, done, failed, done, off, off}));

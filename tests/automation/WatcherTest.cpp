@@ -363,6 +363,19 @@ TEST_F(WatcherTest, aCheckDuringARunReadsTheLibraryButProcessesNothingAndMarksNo
     ASSERT_TRUE(waitUntil([this] { return !run().isRunning(); }));
 }
 
+TEST_F(WatcherTest, anExportThatBeginsDuringACheckLeavesItsTracksToTheNext)
+{
+    onLine = [this](const QString& line) {
+        if (line == u"success: 2 new track(s) found.")
+            session.downloadInProgress = true;
+    };
+    check();
+    EXPECT_TRUE(session.downloadInProgress);
+    EXPECT_EQ(watcher().lastResult(), u"0 of 2 processed — the rest will be retried"_s);
+    EXPECT_THAT(seen(), IsEmpty());
+    EXPECT_THAT(run().outcomes(), IsEmpty());
+}
+
 TEST_F(WatcherTest, aChainOfTheWatcherIsARunThatCanBeStopped)
 {
     onProgress = [this](const RunProgress& at) {
