@@ -2,35 +2,8 @@
 
 #include "tests/video/PlainPainter.h"
 
-#include <atomic>
 #include <cmath>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
-
-namespace {
-
-std::atomic<int> allocations = 0;
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 using namespace orvane;
 using namespace orvane::Video;
@@ -118,21 +91,6 @@ TEST(FrameSequence, noBarsAreNoBars)
         painter.drawStill(context, still.size(), 0, {}, {.bars = 0});
     }
     EXPECT_LE(distance(frames.next(std::vector<float>(512)), still, {}), 0.51);
-}
-
-TEST(FrameSequence, nothingIsAllocatedForAFrame)
-{
-    FramePainter painter(site);
-    FrameSequence frames(painter, nightDrive(), {});
-    std::vector<std::vector<float>> spectra;
-    for (int frame = 0; frame < 60; ++frame)
-        spectra.push_back(test::movingSpectrum(frame));
-    for (const auto& spectrum : spectra)
-        frames.next(spectrum);
-    const int before = allocations;
-    for (const auto& spectrum : spectra)
-        frames.next(spectrum);
-    EXPECT_EQ(allocations - before, 0);
 }
 
 } // namespace
