@@ -51,6 +51,8 @@ MovieContainer::MovieContainer(QString finalPath, QString temporaryPath)
         requireVideo(code);
     }
     container_->pb = stream_->context();
+    // Whole buffers go to the disk, not packet by packet.
+    container_->flush_packets = 0;
     container_->flags |= AVFMT_FLAG_BITEXACT | AVFMT_FLAG_CUSTOM_IO;
     container_->opaque = this;
     container_->io_open = openAgain;
