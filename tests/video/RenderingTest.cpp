@@ -1,5 +1,6 @@
 #include "video/Rendering.h"
 
+#include "platform/video/VideoError.h"
 #include "platform/video/VideoFile.h"
 #include "tests/platform/sound/Program.h"
 #include "tests/platform/sound/SoundFiles.h"
@@ -75,6 +76,26 @@ TEST_F(Pumping, aStopAtAnyFrameEndsThePicturesThereAndAnUnfinishedFileLeavesNoth
         }
         EXPECT_EQ(folder_.names(), QStringList{u"song.wav"_s});
     }
+}
+
+TEST_F(Pumping, whatAnEncoderWillNotHaveIsToldByItsTrackAndLeavesNothing)
+{
+    const auto refusal = [this](const VideoSettings& settings) {
+        try {
+            const VideoFile file(folder_.path(u"video.mp4"_s), folder_.path(u".video.mp4.new"_s), settings);
+        } catch (const VideoError& error) {
+            return error.reason();
+        }
+        return QString();
+    };
+    VideoSettings odd = settings_;
+    odd.width = 1081;
+    EXPECT_EQ(refusal(odd), u"video input rejected");
+    VideoSettings soundless = settings_;
+    soundless.sampleRate = 0;
+    EXPECT_EQ(refusal(soundless), u"audio input rejected");
+    EXPECT_EQ(refusal(settings_), QString());
+    EXPECT_EQ(folder_.names(), QStringList{u"song.wav"_s});
 }
 
 TEST_F(Pumping, everyFrameIsAskedForOnce)

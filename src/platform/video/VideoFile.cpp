@@ -15,14 +15,29 @@ namespace orvane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// What `make` gives; VideoError with `refusal` where the encoding library will not have it.
+template <typename Make>
+auto accepted(const QString& refusal, const Make& make)
+{
+    try {
+        return make();
+    } catch (const VideoError&) {
+        throw VideoError(refusal);
+    }
+}
+
+} // namespace
+
 class VideoFile::Writer
 {
 public:
     Writer(const QString& finalPath, const QString& temporaryPath, const VideoSettings& settings)
         : settings_(settings)
         , container_(finalPath, temporaryPath)
-        , pictures_(settings)
-        , sound_(settings)
+        , pictures_(accepted(u"video input rejected"_s, [&] { return PictureEncoder(settings); }))
+        , sound_(accepted(u"audio input rejected"_s, [&] { return SoundEncoder(settings); }))
     {
         pictureTrack_ = container_.addTrack(pictures_.codec(), pictures_.codec().framerate);
         soundTrack_ = container_.addTrack(sound_.codec(), {.num = 0, .den = 1});
