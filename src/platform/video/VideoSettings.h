@@ -24,7 +24,7 @@ struct VideoSettings
     QByteArray preset = "superfast";
     QByteArray tuning = {};
     /// What differs from the preset, as "name=value:name=value".
-    QByteArray parameters = "bframes=0:weightp=0:scenecut=0";
+    QByteArray parameters = "bframes=0:weightp=0:scenecut=0:subme=0:aq-strength=0.5";
 };
 
 } // namespace orvane
