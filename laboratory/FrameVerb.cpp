@@ -1,5 +1,6 @@
 #include "laboratory/Verb.h"
 #include "laboratory/VideoArguments.h"
+#include "main/App/AppInfo.h"
 #include "platform/filesystem/AtomicFile.h"
 #include "video/Artwork.h"
 #include "video/FramePainter.h"
@@ -76,7 +77,7 @@ QJsonValue frame(const QStringList& arguments)
     QImage image(size, QImage::Format_RGB32);
     {
         QPainter context(&image);
-        Video::FramePainter(siteName()).drawFrame(context, size, moment.spectrum, scene, look);
+        Video::FramePainter(AppInfo::siteName()).drawFrame(context, size, moment.spectrum, scene, look);
     }
     writePng(image, absolute(words[2]));
     return QJsonObject{{u"frame"_s, moment.frame},

@@ -1,5 +1,6 @@
 #include "laboratory/Verb.h"
 #include "laboratory/VideoArguments.h"
+#include "main/App/AppInfo.h"
 #include "video/VideoEngine.h"
 
 #include <QElapsedTimer>
@@ -17,7 +18,7 @@ QJsonValue render(const QStringList& arguments)
     const QStringList words = given.alone(2, 2);
     const QString output = absolute(words[1]);
     const QString artwork = artworkOf(given);
-    VideoEngine engine(siteName());
+    VideoEngine engine(AppInfo::siteName());
     QJsonArray progress;
     engine.onProgress = [&](double part) { progress.append(part); };
     QElapsedTimer timer;

@@ -1,7 +1,6 @@
 #include "laboratory/VideoArguments.h"
 
 #include "laboratory/Verb.h"
-#include "main/App/Endpoints.h"
 
 #include <algorithm>
 
@@ -53,11 +52,6 @@ QString artworkOf(const Arguments& arguments)
 {
     const std::optional<QString> path = arguments.text(u"artwork"_s);
     return path ? absolute(*path) : QString();
-}
-
-QString siteName()
-{
-    return Endpoints::production().productDomain;
 }
 
 } // namespace orvane::lab

@@ -16,7 +16,4 @@ Video::Look lookOf(const Arguments& arguments);
 /// The path of the artwork; empty for none.
 QString artworkOf(const Arguments& arguments);
 
-/// What the pictures of the laboratory show in the pill.
-QString siteName();
-
 } // namespace orvane::lab

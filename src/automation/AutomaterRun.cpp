@@ -1,5 +1,6 @@
 #include "automation/AutomaterRun.h"
 
+#include "main/App/AppInfo.h"
 #include "main/App/L10n.h"
 #include "main/App/Session.h"
 #include "platform/desktop/Notifier.h"
@@ -71,7 +72,7 @@ AutomaterRun::AutomaterRun(const AutomationServices& services, QObject* parent)
     : QObject(parent)
     , services_(services)
     , engine_(services.client, services.clock, services.endpoints)
-    , videoEngine_(std::make_unique<VideoEngine>(services.endpoints.productSite.host()))
+    , videoEngine_(std::make_unique<VideoEngine>(AppInfo::siteName()))
 {
     engine_.onLog = [this](const QString& message, LogLevel level) { log(message, level); };
     engine_.tokenProvider = [this] { return services_.session.token(); };

@@ -1,5 +1,7 @@
 #include "automation/SiteVisualizer.h"
+#include "main/App/AppInfo.h"
 #include "tests/automation/AutomationFixture.h"
+#include "video/VideoEngine.h"
 
 #include <QDir>
 #include <QProcess>
@@ -78,6 +80,26 @@ TEST_F(VideoStageTest, theLabelTellsTrackAndPerCent)
     const auto half = std::ranges::find(progress, u"video 1 of 2 — Lake — 50%"_s, &RunProgress::label);
     ASSERT_NE(half, progress.end());
     EXPECT_DOUBLE_EQ(half->fraction(), 0.25);
+}
+
+TEST_F(VideoStageTest, thePillNamesTheProductsSiteAlsoWhereAServiceStandsInForIt)
+{
+    useFolder({u"Lake.mp3"_s});
+    runToTheEnd();
+    const auto filmed = [this](const QString& site) {
+        VideoEngine engine(site);
+        const VideoWork::Order order{.audio = path(u"Lake.mp3"_s),
+                                     .artwork = {},
+                                     .title = u"Lake"_s,
+                                     .subtitle = u"Orvane"_s,
+                                     .look = {},
+                                     .output = path(u"expected.mp4"_s)};
+        EXPECT_EQ(VideoWork::render(engine, order), QString());
+        return read(u"expected.mp4"_s);
+    };
+    const QByteArray video = read(u"Videos/Lake.mp4"_s);
+    EXPECT_TRUE(video == filmed(AppInfo::siteName()));
+    EXPECT_FALSE(video == filmed(service.endpoints().productSite.host()));
 }
 
 TEST_F(VideoStageTest, theFramesShapeIsTheOneThatIsSet)

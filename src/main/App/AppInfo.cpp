@@ -1,5 +1,6 @@
 #include "main/App/AppInfo.h"
 
+#include "main/App/ProductDomain.h"
 #include "main/App/Release.h"
 
 namespace orvane::AppInfo {
@@ -15,6 +16,12 @@ const QString& version()
 QString version(const QString& release)
 {
     return release.isEmpty() ? u"dev"_s : u'v' + release;
+}
+
+const QString& siteName()
+{
+    static const QString name = QString::fromUtf16(ORVANE_PRODUCT_DOMAIN);
+    return name;
 }
 
 } // namespace orvane::AppInfo

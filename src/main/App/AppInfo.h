@@ -13,5 +13,9 @@ const QString& version();
 /// As `version`, for the given release number.
 QString version(const QString& release);
 
+/// The name of the product's site, such as "name.example": what texts and pictures call it, also where another service
+/// stands in for it.
+const QString& siteName();
+
 } // namespace AppInfo
 } // namespace orvane

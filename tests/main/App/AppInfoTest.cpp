@@ -22,5 +22,10 @@ TEST(AppInfo, tellsTheReleaseThatThisBuildWasConfiguredWith)
     EXPECT_EQ(AppInfo::version(), AppInfo::version(QString::fromUtf16(RELEASE_OF_THIS_BUILD)));
 }
 
+TEST(AppInfo, namesTheSiteThatThisBuildWasConfiguredWith)
+{
+    EXPECT_EQ(AppInfo::siteName(), QString::fromUtf16(DOMAIN_OF_THIS_BUILD));
+}
+
 } // namespace
 } // namespace orvane::test
