@@ -17,8 +17,25 @@ namespace {
 
 constexpr std::chrono::milliseconds longestWait = std::chrono::minutes(1);
 
-QByteArray response(const Page& page)
+/// The part of the body that a request's head asks for, as "bytes=FIRST-LAST" or "bytes=FIRST-".
+QByteArray partial(const Page& page, const QByteArray& range)
 {
+    const QList<QByteArray> ends = range.split('-');
+    const qsizetype first = ends.first().toLongLong();
+    const qsizetype last = ends.value(1).isEmpty() ? page.body.size() - 1 : ends.value(1).toLongLong();
+    const QByteArray part = page.body.mid(first, last - first + 1);
+    return "HTTP/1.1 206 Partial Content\r\nContent-Type: " + page.contentType +
+           "\r\nContent-Length: " + QByteArray::number(part.size()) + "\r\nContent-Range: bytes " +
+           QByteArray::number(first) + '-' + QByteArray::number(first + part.size() - 1) + '/' +
+           QByteArray::number(page.body.size()) + "\r\nConnection: close\r\n\r\n" + part;
+}
+
+QByteArray response(const Page& page, const QByteArray& head)
+{
+    constexpr QByteArrayView range = "range: bytes=";
+    const qsizetype asked = head.toLower().indexOf("\r\n" + range.toByteArray());
+    if (page.inParts && asked >= 0)
+        return partial(page, head.mid(asked + 2 + range.size()).split('\r').first());
     return "HTTP/1.1 " + QByteArray::number(page.status) + " Answer\r\nContent-Type: " + page.contentType +
            "\r\nContent-Length: " + QByteArray::number(page.body.size()) + "\r\n" + page.headers +
            "Connection: close\r\n\r\n" + page.body;
@@ -68,7 +85,7 @@ void PageServer::answer(QTcpSocket& socket)
     const Page page = pages_.value(pathOf(head), Page{.body = "not here", .status = 404});
     if (page.silent)
         return;
-    socket.write(response(page));
+    socket.write(response(page, head));
     socket.disconnectFromHost();
 }
 

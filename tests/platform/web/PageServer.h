@@ -31,6 +31,8 @@ struct Page
     QByteArray headers = {};
     /// Takes the request and never answers.
     bool silent = false;
+    /// Gives parts of the body too, to who asks for them, as a player does that goes to a place in a film.
+    bool inParts = false;
 };
 
 /// A web server on loopback with a few pages, on the test's own event loop. A path without a page answers 404.
