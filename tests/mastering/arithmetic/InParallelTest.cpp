@@ -1,6 +1,7 @@
 #include "mastering/arithmetic/InParallel.h"
 
 #include <gmock/gmock.h>
+#include <set>
 #include <stdexcept>
 
 using orvane::inParallel;
@@ -14,6 +15,20 @@ TEST(InParallel, callsEachJobOnce)
             for (const auto& count : calls)
                 EXPECT_EQ(count, 1) << jobs << " on " << threads;
         }
+    }
+}
+
+TEST(InParallel, worksOnNoMoreThreadsThanItMay)
+{
+    for (const std::size_t threads : {1u, 2u, 3u}) {
+        std::mutex lock;
+        std::set<std::thread::id> seen;
+        inParallel(100'000, threads, [&](std::size_t) {
+            const std::lock_guard guard(lock);
+            seen.insert(std::this_thread::get_id());
+        });
+        EXPECT_LE(seen.size(), threads);
+        EXPECT_TRUE(threads > 1 || seen.contains(std::this_thread::get_id()));
     }
 }
 
