@@ -43,7 +43,7 @@ std::vector<double> atSpeed(std::vector<double> samples, const Conforming& how)
 {
     if (how.ratio == 1.0)
         return samples;
-    return how.keepsPitch ? Master::stretch(samples, how.ratio) : resample(std::move(samples), how.ratio);
+    return how.keepsPitch ? Master::stretch(std::move(samples), how.ratio) : resample(std::move(samples), how.ratio);
 }
 
 void level(Channels& track, double target)

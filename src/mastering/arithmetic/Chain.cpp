@@ -43,12 +43,11 @@ Peaks amplifyAndScan(Channels& channels, double factor)
 /// overshoot and starts again from the unlimited signal. Returns what it comes to.
 Peaks limitTruePeak(Channels& channels, double ceiling, double sampleRate)
 {
-    Channels limited;
     double workingCeiling = ceiling;
     for (int attempt = 0;; ++attempt) {
-        const Peaks peaks = limitInto(limited, channels, workingCeiling, sampleRate);
+        const Peaks peaks = peaksLimited(channels, workingCeiling, sampleRate);
         if (peaks.truePeak <= ceiling + tolerance || attempt == lastTry) {
-            channels = std::move(limited);
+            limit(channels, workingCeiling, sampleRate);
             return peaks;
         }
         workingCeiling -= std::max(peaks.truePeak - ceiling, smallestStep);

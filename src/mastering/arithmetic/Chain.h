@@ -25,7 +25,7 @@ void amplify(Channels& channels, double factor);
 
 /// Brings the signal to `target` LUFS, in place, and its true peak to `ceiling` dBTP or, within 0.01 dB, as near as
 /// four tries of the limiter get. A signal whose loudness cannot be measured stays as it is. `sampleRate` in Hz. Takes
-/// at most once more the memory of the signal.
+/// next to no memory beside the signal's.
 Result apply(double target, double ceiling, Channels& channels, double sampleRate);
 
 /// What the gain and the limiter did to a signal.

@@ -10,6 +10,7 @@
 #include <array>
 #include <cassert>
 #include <cmath>
+#include <deque>
 #include <span>
 #include <utility>
 #include <vector>
@@ -187,6 +188,40 @@ void appendLimited(std::vector<double>& limited, std::span<const double> samples
     }
 }
 
+std::vector<double> withRoom(std::size_t frames)
+{
+    std::vector<double> channel;
+    makeRoom(channel, frames);
+    return channel;
+}
+
+/// A limited channel of which the peaks alone are wanted: it goes as it comes.
+class Heard
+{
+public:
+    explicit Heard(std::size_t frames)
+        : limited_(withRoom(frames))
+    {
+    }
+
+    Heard(const Heard&) = delete;
+    Heard& operator=(const Heard&) = delete;
+
+    void add(std::span<const double> samples, std::span<const double> gains, double ceiling)
+    {
+        appendLimited(limited_, samples, gains, ceiling);
+        scan_.advance(limited_);
+        going_.before(limited_.size() - std::min(limited_.size(), PeakScan::remembered));
+    }
+
+    ChannelPeaks finish() { return scan_.finish(limited_); }
+
+private:
+    std::vector<double> limited_;
+    GivingBack going_{limited_, PeakScan::remembered};
+    PeakScan scan_;
+};
+
 /// All channels end with the first.
 [[maybe_unused]] bool reachTheFirst(const Channels& channels)
 {
@@ -208,26 +243,21 @@ void limit(Channels& channels, double ceiling, double sampleRate)
     });
 }
 
-Peaks limitInto(Channels& limited, const Channels& channels, double ceiling, double sampleRate)
+Peaks peaksLimited(const Channels& channels, double ceiling, double sampleRate)
 {
-    limited.resize(channels.size());
-    for (auto& channel : limited)
-        channel.clear();
     if (isEmpty(channels))
         return {};
     assert(reachTheFirst(channels));
     const double limit = linearGain(ceiling);
-    std::vector<PeakScan> scans(channels.size());
-    for (auto& channel : limited)
-        makeRoom(channel, channels.front().size());
+    std::deque<Heard> heard;
+    for (std::size_t channel = 0; channel < channels.size(); ++channel)
+        heard.emplace_back(channels.front().size());
     inSegments(channels, limit, sampleRate, [&](std::size_t channel, std::size_t start, std::span<const double> gains) {
-        const auto samples = std::span(channels[channel]).subspan(start, gains.size());
-        appendLimited(limited[channel], samples, gains, limit);
-        scans[channel].advance(limited[channel]);
+        heard[channel].add(std::span(channels[channel]).subspan(start, gains.size()), gains, limit);
     });
     std::vector<ChannelPeaks> peaks;
-    for (std::size_t channel = 0; channel < channels.size(); ++channel)
-        peaks.push_back(scans[channel].finish(limited[channel]));
+    for (Heard& channel : heard)
+        peaks.push_back(channel.finish());
     return highestOf(peaks);
 }
 

@@ -10,7 +10,7 @@ namespace orvane::Master {
 /// `sampleRate` in Hz. Every channel is at least as long as the first. Does nothing to an empty signal.
 void limit(Channels& channels, double ceiling, double sampleRate);
 
-/// As `limit`, into `limited`, which is replaced; gives the peaks of what it holds then.
-Peaks limitInto(Channels& limited, const Channels& channels, double ceiling, double sampleRate);
+/// The peaks of what `limit` makes of the signal, which stays as it is. Takes next to no memory.
+Peaks peaksLimited(const Channels& channels, double ceiling, double sampleRate);
 
 } // namespace orvane::Master

@@ -3,6 +3,7 @@
 #include "mastering/arithmetic/Hann.h"
 #include "mastering/arithmetic/Likeness.h"
 #include "mastering/arithmetic/Resample.h"
+#include "mastering/arithmetic/Room.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,15 +25,16 @@ constexpr double leastSemitones = 0.01;
 
 static_assert((2 * seek) / Likeness::placeStep + 1 == Likeness::placeCount);
 
-std::vector<double> copyOf(std::span<const double> samples)
+/// Where the search around `position` begins.
+std::size_t firstPlace(std::size_t position)
 {
-    return {samples.begin(), samples.end()};
+    return position > seek ? position - seek : 0;
 }
 
 /// Where around `position` the samples are most like what is written; of equally good places the first.
-std::size_t bestPlace(std::span<const double> samples, std::size_t position, const double* written)
+std::size_t bestPlace(const std::vector<double>& samples, std::size_t position, const double* written)
 {
-    const std::size_t first = position > seek ? position - seek : 0;
+    const std::size_t first = firstPlace(position);
     const std::size_t last = position + seek;
     const auto scores = Likeness::atEachPlace(written, samples.data() + first);
     std::size_t best = position;
@@ -53,12 +55,17 @@ struct Overlapped
     std::size_t end = 0;
 };
 
-Overlapped overlap(std::span<const double> samples, std::size_t length, std::size_t inputHop,
+/// The samples go as the sum comes.
+Overlapped overlap(std::vector<double>& samples, std::size_t length, std::size_t inputHop,
                    const std::vector<double>& window)
 {
-    Overlapped result{.sum = std::vector<double>(length)};
+    Overlapped result;
+    makeRoom(result.sum, length);
+    GivingBack source(samples);
     std::size_t position = 0;
     while (position + frame + seek < samples.size() && result.end + frame < length) {
+        source.before(firstPlace(position));
+        result.sum.resize(result.end + frame);
         double* written = result.sum.data() + result.end;
         const std::size_t best = result.end == 0 ? position : bestPlace(samples, position, written);
         for (std::size_t index = 0; index < frame; ++index)
@@ -83,14 +90,14 @@ void normalise(std::vector<double>& sum, std::size_t end, const std::vector<doub
 
 } // namespace
 
-std::vector<double> stretch(std::span<const double> samples, double ratio)
+std::vector<double> stretch(std::vector<double> samples, double ratio)
 {
     const bool changes = ratio > 0.0 && std::isfinite(ratio) && std::abs(ratio - 1.0) > leastChange;
     if (!changes || samples.size() <= tooShort)
-        return copyOf(samples);
+        return samples;
     const double inputHop = std::round(ratio * double(outputHop));
     if (inputHop < 1.0)
-        return copyOf(samples);
+        return samples;
     const std::size_t length = std::size_t(double(samples.size()) / ratio) + frame;
     const auto step = std::size_t(std::min(inputHop, double(samples.size())));
     const std::vector<double> window = hannWindow(frame);
@@ -105,8 +112,7 @@ std::vector<double> pitchShift(std::vector<double> samples, double semitones)
     if (!(std::abs(semitones) > leastSemitones) || samples.size() <= tooShort)
         return samples;
     const double ratio = std::exp2(semitones / 12.0);
-    samples = resample(std::move(samples), ratio);
-    return stretch(samples, 1.0 / ratio);
+    return stretch(resample(std::move(samples), ratio), 1.0 / ratio);
 }
 
 } // namespace orvane::Master

@@ -19,6 +19,8 @@ constexpr std::size_t centre = filterLength / 2;
 /// Input samples under the filter, and input samples before its centre.
 constexpr std::size_t reach = 33;
 constexpr std::size_t halfReach = 16;
+/// A block is scanned when the one behind it is whole, and what lies between samples reaches that far back.
+static_assert(PeakScan::remembered >= 3 * PeakKernel::blockLength + reach - 1);
 
 double windowedSinc(std::size_t index)
 {

@@ -4,6 +4,7 @@
 #include "mastering/arithmetic/Reading.h"
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -31,6 +32,9 @@ struct ChannelPeaks
 class PeakScan
 {
 public:
+    /// Of what it has looked at, only the first and the last so many samples are looked at again.
+    static constexpr std::size_t remembered = 128;
+
     /// Looks at what has come since the last call. `samples` is all of the channel so far.
     void advance(std::span<const double> samples);
 
