@@ -22,7 +22,7 @@ QString withoutExtension(const QString& fileName)
 
 Analysis analyse(const QUrl& url, const std::optional<QString>& title)
 {
-    return analyse(Master::read(url.toLocalFile()), url, title);
+    return analyse(Master::readAsMono(url.toLocalFile()), url, title);
 }
 
 Analysis analyse(Master::Sound sound, const QUrl& url, const std::optional<QString>& title)

@@ -9,6 +9,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cstddef>
 #include <new>
 #include <utility>
 
@@ -52,6 +54,28 @@ Sound emptySound(const AudioReader& reader)
 {
     Sound sound{.channels = Channels(std::size_t(reader.channelCount())), .sampleRate = double(reader.sampleRate())};
     makeRoomFor(reader.expectedFrames(), sound.channels);
+    return sound;
+}
+
+/// Appends the only plane, or the mean of the first two.
+void appendMean(std::vector<double>& channel, const SoundPlanes& block)
+{
+    if (block.size() == 1)
+        return append(channel, block[0]);
+    const std::size_t start = channel.size();
+    channel.resize(start + block[0].size());
+    std::transform(block[0].begin(), block[0].end(), block[1].begin(), channel.begin() + std::ptrdiff_t(start),
+                   [](float left, float right) { return (double(left) + double(right)) * 0.5; });
+}
+
+Sound readWholeAsMono(const QString& path)
+{
+    AudioReader reader(path);
+    Sound sound{.channels = Channels(1), .sampleRate = double(reader.sampleRate())};
+    makeRoomFor(reader.expectedFrames(), sound.channels);
+    SoundPlanes block;
+    while (reader.read(block))
+        appendMean(sound.channels.front(), block);
     return sound;
 }
 
@@ -123,6 +147,11 @@ auto readOrTell(const QString& path, ReadFile readFile)
 Sound read(const QString& path)
 {
     return readOrTell(path, readWhole);
+}
+
+Sound readAsMono(const QString& path)
+{
+    return readOrTell(path, readWholeAsMono);
 }
 
 MeasuredSound readAndMeasure(const QString& path)

@@ -20,6 +20,9 @@ struct Sound
 /// platform's words.
 Sound read(const QString& path);
 
+/// As `read`, as one channel: the file's only one, or the mean of its first two.
+Sound readAsMono(const QString& path);
+
 /// A file's sound and what measuring it tells.
 struct MeasuredSound
 {

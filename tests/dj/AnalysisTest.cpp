@@ -168,6 +168,17 @@ TEST_F(Files, theSameFileGivesTheSameRecord)
     EXPECT_EQ(first.title, u"one"_s);
 }
 
+TEST_F(Files, aFileIsHeardAsItsSoundIs)
+{
+    const Channels six = music(5.0, rate, 6);
+    for (const std::size_t count : {1u, 2u, 6u}) {
+        const QUrl url = write(u"some.wav"_s, Channels(six.begin(), six.begin() + count), Master::Format::wav);
+        const Master::Sound sound = Master::read(url.toLocalFile());
+        EXPECT_EQ(sound.channels.size(), count);
+        EXPECT_EQ(DJ::analyse(url), DJ::analyse(sound, url));
+    }
+}
+
 TEST_F(Files, severalThreadsHearWhatOneHears)
 {
     const QUrl url = write(u"one.wav"_s, knownSong(132.0), Master::Format::wav);
