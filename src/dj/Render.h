@@ -24,7 +24,7 @@ using Progress = std::function<void(const QString& title, double fraction)>;
 ///
 /// The first track begins on a bar line and every other track on one of the mix, whose tempo is the set's median. The
 /// same set gives the same bytes. Blocks; both functions are called on the caller's thread, in order, while other
-/// threads already work on the track that follows. About three tracks are in memory at once, however many there are.
+/// threads already work on the track that follows. About two tracks are in memory at once, however many there are.
 ///
 /// Throws Failure: Empty for a set without a track and where an MP3 cannot be begun, Cancelled after a stop, which
 /// leaves nothing. What reading a track throws goes out too; what was mixed until then stays, as a shorter sound

@@ -30,7 +30,7 @@ struct Conforming
 
 /// The track at `rate` Hz as two channels at the mix's rate, with all that done to it in this order. One channel serves
 /// as both, and of more than two the first two stay; of none there is nothing. Works on as many threads as there are
-/// processors, and takes at most once more the memory of the track.
+/// processors, and takes little more memory than the track itself.
 Channels conform(Channels track, double rate, const Conforming& how);
 
 } // namespace orvane::DJ

@@ -2,6 +2,7 @@
 
 #include "dj/arithmetic/Fades.h"
 #include "dj/arithmetic/MixRate.h"
+#include "mastering/arithmetic/Room.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +13,8 @@ namespace orvane::DJ {
 namespace {
 
 constexpr double fadeInSeconds = 2.0;
+/// What is given out at once of a track: the memory of what went before goes while the next track already comes.
+constexpr std::int64_t pieceLength = 1 << 18;
 
 std::int64_t lengthOf(const Channels& channels)
 {
@@ -50,8 +53,8 @@ void Splice::add(Channels track)
     }
     const Cuts& cuts = settings_.cuts;
     const std::int64_t bodyEnd = cuts.rounded(std::max<std::int64_t>(length - cuts.fadeFrames, 0));
-    give(track, joint, bodyEnd);
     tail_ = from(track, std::max(bodyEnd, joint));
+    giveAway(track, joint, bodyEnd);
 }
 
 void Splice::finish()
@@ -74,6 +77,16 @@ std::int64_t Splice::blended(std::int64_t length) const
 {
     const std::int64_t most = std::min({length / 3, settings_.cuts.fadeFrames, lengthOf(tail_)});
     return settings_.cuts.rounded(std::max<std::int64_t>(most, 0));
+}
+
+void Splice::giveAway(Channels& track, std::int64_t first, std::int64_t end)
+{
+    std::vector<GivingBack> going(track.begin(), track.end());
+    for (; first < end; first += pieceLength) {
+        give(track, first, std::min(first + pieceLength, end));
+        for (GivingBack& channel : going)
+            channel.before(std::size_t(first + pieceLength));
+    }
 }
 
 void Splice::give(Channels& channels, std::int64_t first, std::int64_t end)

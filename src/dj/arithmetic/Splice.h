@@ -50,6 +50,7 @@ public:
 private:
     std::int64_t blended(std::int64_t length) const;
     void give(Channels& channels, std::int64_t first, std::int64_t end);
+    void giveAway(Channels& track, std::int64_t first, std::int64_t end);
 
     Settings settings_;
     std::function<void(const Piece&)> take_;
