@@ -16,7 +16,7 @@ namespace orvane::Video {
 
 namespace {
 
-constexpr qint64 mostBytes = 64 * 1024 * 1024;
+constexpr qint64 mostBytes = qint64(64) * 1024 * 1024;
 constexpr qint64 mostPixels = 64'000'000;
 
 QImage decoded(QByteArray& bytes)

@@ -10,6 +10,7 @@
 #include <QRgba64>
 
 #include <algorithm>
+#include <cmath>
 
 namespace orvane::Video {
 
@@ -93,7 +94,7 @@ void drawWordmark(QPainter& context, QSize size)
 QRgba64 translucent(QRgb colour, float coverage)
 {
     const float weight = std::clamp(coverage, 0.0F, 1.0F) * 257.0F;
-    const auto part = [weight](int component) { return quint16(float(component) * weight + 0.5F); };
+    const auto part = [weight](int component) { return quint16(std::lround(float(component) * weight)); };
     return qRgba64(part(qRed(colour)), part(qGreen(colour)), part(qBlue(colour)), part(255));
 }
 

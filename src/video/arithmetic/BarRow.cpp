@@ -67,7 +67,7 @@ void valuesOfBars(std::span<const float> spectrum, std::span<float> bars)
 
 std::uint32_t blended(std::uint32_t background, std::uint32_t colour, float coverage)
 {
-    const auto weight = std::uint32_t(std::clamp(coverage, 0.0F, 1.0F) * 255.0F + 0.5F);
+    const auto weight = (std::uint32_t(std::clamp(coverage, 0.0F, 1.0F) * 510.0F) + 1) / 2;
     std::uint32_t result = 0xFF000000;
     for (const unsigned shift : {0U, 8U, 16U}) {
         const std::uint32_t below = background >> shift & 0xFFU;

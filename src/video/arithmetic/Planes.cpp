@@ -68,7 +68,7 @@ std::uint8_t chroma(const Mix& mix, int reds, int greens, int blues)
 void chromaRow(const std::uint32_t* upper, const std::uint32_t* lower, int width, std::uint8_t* blues,
                std::uint8_t* reds)
 {
-    for (int pair = 0; pair < width / 2; ++pair) {
+    for (std::ptrdiff_t pair = 0; pair < width / 2; ++pair) {
         const std::uint32_t a = upper[2 * pair];
         const std::uint32_t b = upper[2 * pair + 1];
         const std::uint32_t c = lower[2 * pair];
