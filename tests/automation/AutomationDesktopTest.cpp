@@ -1,10 +1,6 @@
 #include "tests/automation/AutomationFixture.h"
 #include "tests/suno/view/StandInDesktop.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QSignalSpy>
-
 namespace orvane::test {
 namespace {
 
@@ -24,43 +20,9 @@ protected:
 
     ~AutomationDesktopTest() override { automater.reset(); }
 
-    /// What is asked for goes out asynchronously: a later question that is answered means that all before it were.
-    void waitForTheBus()
-    {
-        const QDBusMessage ping = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
-                                                                 u"/org/freedesktop/Notifications"_s, {}, u"Ping"_s);
-        QDBusPendingCallWatcher watcher(desktop.bus().asyncCall(ping));
-        QSignalSpy answered(&watcher, &QDBusPendingCallWatcher::finished);
-        ASSERT_TRUE(answered.wait(30'000));
-    }
-
     bool waitForShown()
     {
         return waitUntil([this] { return !desktop.shown.isEmpty(); });
-    }
-
-    void tell(const QString& text)
-    {
-        notifier->show({.title = u"Test"_s, .text = text, .folder = {}});
-        ASSERT_TRUE(waitUntil([&] { return !desktop.shown.isEmpty() && desktop.shown.last().text == text; }));
-        waitForTheBus();
-    }
-
-    /// The notifier has asked what the desktop can do, so that what it is to show goes out at once.
-    void acquaint()
-    {
-        tell(u"first"_s);
-        desktop.shown.clear();
-    }
-
-    /// What was shown since, in the order in which it was to be.
-    QStringList shownTexts()
-    {
-        tell(u"last"_s);
-        QStringList texts;
-        for (const Shown& shown : desktop.shown)
-            texts.append(shown.text);
-        return texts;
     }
 
     StandInDesktop desktop;
@@ -70,7 +32,7 @@ TEST_F(AutomationDesktopTest, theEndIsNotifiedOnceWithAWayToTheFolder)
 {
     runToTheEnd();
     ASSERT_TRUE(waitForShown());
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     EXPECT_EQ(desktop.shown, (QList<Shown>{{.title = u"Orvane"_s,
                                             .text = u"Finished — 1 done, 5 switched off."_s,
                                             .actions = {u"open-folder"_s, u"Open folder"_s}}}));
@@ -79,9 +41,9 @@ TEST_F(AutomationDesktopTest, theEndIsNotifiedOnceWithAWayToTheFolder)
 TEST_F(AutomationDesktopTest, anEndThatTheUserSeesIsNotNotified)
 {
     run().isWatched = [] { return true; };
-    acquaint();
+    ASSERT_TRUE(desktop.acquaint(*notifier));
     runToTheEnd();
-    EXPECT_EQ(shownTexts(), QStringList{u"last"_s});
+    EXPECT_EQ(desktop.textsUntilNow(*notifier), QStringList{u"last"_s});
 }
 
 TEST_F(AutomationDesktopTest, anEndThatTheUserAskedForIsNotNotified)
@@ -90,9 +52,9 @@ TEST_F(AutomationDesktopTest, anEndThatTheUserAskedForIsNotNotified)
         if (line == u"> Write tags: running")
             run().stop();
     };
-    acquaint();
+    ASSERT_TRUE(desktop.acquaint(*notifier));
     runToTheEnd();
-    EXPECT_EQ(shownTexts(), QStringList{u"last"_s});
+    EXPECT_EQ(desktop.textsUntilNow(*notifier), QStringList{u"last"_s});
 }
 
 TEST_F(AutomationDesktopTest, theMachineIsKeptAwakeFromTheStartToTheEnd)
@@ -112,7 +74,7 @@ TEST_F(AutomationDesktopTest, whatTheWatcherFoundIsNotifiedOnce)
     choices.tag = false;
     QCoro::waitFor(watcher().check());
     ASSERT_TRUE(waitForShown());
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     EXPECT_EQ(desktop.shown,
               (QList<Shown>{{.title = u"Orvane"_s, .text = u"2 new track(s) processed"_s, .actions = {}}}));
 }
@@ -120,9 +82,9 @@ TEST_F(AutomationDesktopTest, whatTheWatcherFoundIsNotifiedOnce)
 TEST_F(AutomationDesktopTest, aCheckThatFindsNothingIsNotNotified)
 {
     QCoro::waitFor(watcher().adoptCurrentLibrary());
-    acquaint();
+    ASSERT_TRUE(desktop.acquaint(*notifier));
     QCoro::waitFor(watcher().check());
-    EXPECT_EQ(shownTexts(), QStringList{u"last"_s});
+    EXPECT_EQ(desktop.textsUntilNow(*notifier), QStringList{u"last"_s});
 }
 
 } // namespace

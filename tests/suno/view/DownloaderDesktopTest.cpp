@@ -3,9 +3,6 @@
 #include "tests/suno/view/DownloaderFixture.h"
 #include "tests/suno/view/StandInDesktop.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-
 namespace orvane::test {
 namespace {
 
@@ -25,40 +22,6 @@ protected:
 
     bool isAwakeMarked() const { return !part<Badge>(u"awakeMark"_s)->isHidden(); }
 
-    /// What is asked for goes out asynchronously: a later question that is answered means that all before it were.
-    void waitForTheBus()
-    {
-        QDBusMessage ping = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
-                                                           u"/org/freedesktop/Notifications"_s, {}, u"Ping"_s);
-        QDBusPendingCallWatcher watcher(desktop.bus().asyncCall(ping));
-        QSignalSpy answered(&watcher, &QDBusPendingCallWatcher::finished);
-        ASSERT_TRUE(answered.wait(30'000));
-    }
-
-    void tell(const QString& text)
-    {
-        notifier->show({.title = u"Test"_s, .text = text, .folder = {}});
-        ASSERT_TRUE(waitUntil([&] { return !desktop.shown.isEmpty() && desktop.shown.last().text == text; }));
-        waitForTheBus();
-    }
-
-    /// The notifier has asked what the desktop can do, so that what it is to show goes out at once.
-    void acquaint()
-    {
-        tell(u"first"_s);
-        desktop.shown.clear();
-    }
-
-    /// What was shown since, in the order in which it was to be.
-    QStringList shownTexts()
-    {
-        tell(u"last"_s);
-        QStringList texts;
-        for (const StandInDesktop::Shown& shown : desktop.shown)
-            texts.append(shown.text);
-        return texts;
-    }
-
     StandInDesktop desktop;
 };
 
@@ -66,7 +29,7 @@ TEST_F(DownloaderDesktopTest, theEndIsNotifiedOnceWithAWayToTheFolder)
 {
     runToTheEnd();
     ASSERT_TRUE(waitUntil([this] { return !desktop.shown.isEmpty(); }));
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     EXPECT_EQ(desktop.shown, (QList<StandInDesktop::Shown>{{.title = u"Orvane"_s,
                                                             .text = u"Done — 7 tracks saved."_s,
                                                             .actions = {u"open-folder"_s, u"Open folder"_s}}}));
@@ -76,7 +39,7 @@ TEST_F(DownloaderDesktopTest, theActionOpensTheFolderOfTheRunAlsoWhenTheDestinat
 {
     runToTheEnd();
     ASSERT_TRUE(waitUntil([this] { return !desktop.shown.isEmpty(); }));
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     session.setDestination(QUrl::fromLocalFile(home.filePath(u"Elsewhere"_s)));
     QStringList opened;
     notifier->onOpenFolder = [&](const QString& path) { opened.append(path); };
@@ -90,18 +53,18 @@ TEST_F(DownloaderDesktopTest, anEndThatTheUserSeesIsNotNotified)
     tab->show();
     tab->activateWindow();
     ASSERT_TRUE(waitUntil([this] { return tab->isActiveWindow(); }));
-    acquaint();
+    ASSERT_TRUE(desktop.acquaint(*notifier));
     runToTheEnd();
-    EXPECT_EQ(shownTexts(), QStringList{u"last"_s});
+    EXPECT_EQ(desktop.textsUntilNow(*notifier), QStringList{u"last"_s});
 }
 
 TEST_F(DownloaderDesktopTest, anEndThatTheUserAskedForIsNotNotified)
 {
-    acquaint();
+    ASSERT_TRUE(desktop.acquaint(*notifier));
     startAndHold();
     tab->toggleRun();
     ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(shownTexts(), QStringList{u"last"_s});
+    EXPECT_EQ(desktop.textsUntilNow(*notifier), QStringList{u"last"_s});
 }
 
 TEST_F(DownloaderDesktopTest, aFailureIsNotifiedInItsOwnWords)
@@ -122,26 +85,26 @@ TEST_F(DownloaderDesktopTest, theMachineIsKeptAwakeForTheRunAndAMarkShowsIt)
     tab->toggleRun();
     ASSERT_TRUE(waitForIdle());
     EXPECT_FALSE(isAwakeMarked());
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     EXPECT_TRUE(desktop.awakeFor.isEmpty());
 }
 
 TEST_F(DownloaderDesktopTest, aTabThatIsClosedInTheMiddleLetsTheMachineSleep)
 {
-    acquaint();
+    ASSERT_TRUE(desktop.acquaint(*notifier));
     startAndHold();
     ASSERT_TRUE(waitUntil([this] { return isAwakeMarked(); }));
     tab.reset();
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     EXPECT_TRUE(desktop.awakeFor.isEmpty());
-    EXPECT_EQ(shownTexts(), QStringList{u"last"_s});
+    EXPECT_EQ(desktop.textsUntilNow(*notifier), QStringList{u"last"_s});
 }
 
 TEST_F(DownloaderDesktopTest, aRunThatIsRefusedKeepsNothingAwake)
 {
     session.automationInProgress = true;
     tab->toggleRun();
-    waitForTheBus();
+    ASSERT_TRUE(desktop.settle());
     EXPECT_TRUE(desktop.awakeFor.isEmpty());
 }
 

@@ -1,6 +1,11 @@
 #include "tests/suno/view/StandInDesktop.h"
 
+#include "platform/desktop/Notifier.h"
+
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QSignalSpy>
+#include <QTest>
 
 #include <stdexcept>
 
@@ -12,6 +17,8 @@ namespace {
 
 const QString programsConnection = u"orvane-tested-program"_s;
 const QString desktopsConnection = u"orvane-stand-in-desktop"_s;
+
+constexpr int longestWait = 30'000;
 
 } // namespace
 
@@ -85,6 +92,37 @@ QVariantList StandInDesktop::answer(const QDBusMessage& message)
         }
     }
     return {};
+}
+
+bool StandInDesktop::settle() const
+{
+    const QDBusMessage ping = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
+                                                             u"/org/freedesktop/Notifications"_s, {}, u"Ping"_s);
+    const QDBusPendingCallWatcher watcher(bus().asyncCall(ping));
+    QSignalSpy answered(&watcher, &QDBusPendingCallWatcher::finished);
+    return answered.wait(longestWait);
+}
+
+bool StandInDesktop::tell(Notifier& notifier, const QString& text)
+{
+    notifier.show({.title = u"Test"_s, .text = text, .folder = {}});
+    return QTest::qWaitFor([&] { return !shown.isEmpty() && shown.last().text == text; }, longestWait) && settle();
+}
+
+bool StandInDesktop::acquaint(Notifier& notifier)
+{
+    const bool isShown = tell(notifier, u"first"_s);
+    shown.clear();
+    return isShown;
+}
+
+QStringList StandInDesktop::textsUntilNow(Notifier& notifier)
+{
+    tell(notifier, u"last"_s);
+    QStringList texts;
+    for (const Shown& one : shown)
+        texts.append(one.text);
+    return texts;
 }
 
 } // namespace orvane::test
