@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <gmock/gmock.h>
+#include <limits>
 
 using namespace orvane;
 using namespace orvane::test;
@@ -88,6 +89,10 @@ TEST(Grid, aPeriodUnderTwoFramesIsSkipped)
     const Samples envelope = noise(500, 1.0);
     EXPECT_EQ(DJ::bestComb(envelope, 1.5), (DJ::Comb{.offset = 0.0, .period = 1.5}));
     EXPECT_GE(DJ::bestComb(envelope, 2.0).period, 2.0);
+    Samples everySecond(500);
+    for (std::size_t frame = 0; frame < everySecond.size(); frame += 2)
+        everySecond[frame] = 1.0;
+    EXPECT_EQ(DJ::bestComb(everySecond, 2.0), (DJ::Comb{.offset = 0.0, .period = 2.0}));
 }
 
 TEST(Grid, aTempoAtTheRangesEdgeCanRefinePastItByUpToTwoPerCent)
@@ -99,14 +104,34 @@ TEST(Grid, aTempoAtTheRangesEdgeCanRefinePastItByUpToTwoPerCent)
     EXPECT_GE(DJ::grid(beats(8000, 5.0, period * 0.96), 180.0, rate).bpm, 180.0 / 1.02 - 1e-9);
 }
 
+TEST(Grid, aBeatAtTheLastFrameDoesNotCount)
+{
+    Samples envelope(101 * 40 + 1);
+    for (std::size_t frame = 0; frame + 1 < envelope.size(); frame += 40)
+        envelope[frame] = 1.0;
+    envelope.back() = 5.0;
+    EXPECT_EQ(DJ::bestComb(envelope, 40.0), (DJ::Comb{.offset = 0.0, .period = 40.0}));
+    EXPECT_EQ(DJ::grid(envelope, bpmOf(40.0), rate).downbeat, 0);
+}
+
 TEST(Grid, theCueIsTheFirstFrameAboveATenthOfTheLoudestOnset)
 {
+    for (const double loudness : {1.0, 1e-6}) {
+        Samples envelope = silence(1000);
+        envelope[100] = 0.05 * loudness;
+        envelope[300] = 0.0999 * loudness;
+        envelope[400] = 0.1001 * loudness;
+        envelope[500] = loudness;
+        EXPECT_DOUBLE_EQ(DJ::grid(envelope, 120.0, rate).cueIn, 400.0 / framesASecond);
+    }
+}
+
+TEST(Grid, theCueIsTheStartWhereNoFrameExceedsATenthOfTheLoudest)
+{
     Samples envelope = silence(1000);
-    envelope[100] = 0.05;
-    envelope[300] = 0.1;
-    envelope[400] = 0.11;
-    envelope[500] = 1.0;
-    EXPECT_DOUBLE_EQ(DJ::grid(envelope, 120.0, rate).cueIn, 400.0 / framesASecond);
+    EXPECT_EQ(DJ::grid(envelope, 120.0, rate).cueIn, 0.0);
+    envelope[300] = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(DJ::grid(envelope, 120.0, rate).cueIn, 0.0);
 }
 
 TEST(Grid, aBarIsFourBeats)
