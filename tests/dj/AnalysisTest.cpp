@@ -7,6 +7,7 @@
 #include "platform/sound/SoundError.h"
 #include "tests/dj/KnownTrack.h"
 #include "tests/mastering/arithmetic/Signals.h"
+#include "tests/platform/sound/Program.h"
 #include "tests/support/TestFolder.h"
 
 #include <cmath>
@@ -200,6 +201,23 @@ TEST_F(Files, mp3FlacAndWavOfOneTrackHaveTheSameTempoAndKey)
         EXPECT_EQ(packed.grid, plain.grid);
         EXPECT_EQ(packed.key, plain.key);
         EXPECT_NEAR(lossy.bpm, plain.bpm, 0.001 * plain.bpm);
+        EXPECT_EQ(lossy.key, plain.key);
+    }
+}
+
+TEST_F(Files, anMp3ThatTellsItsDelayHasItsBeatsWhereTheWavHasThem)
+{
+    for (const double bpm : {96.0, 126.0}) {
+        const Channels song = demo::compose({.bpm = bpm, .tonic = 9, .minor = true, .seconds = 24.0, .seed = 5});
+        const QUrl wav = write(u"song.wav"_s, song, Master::Format::wav);
+        const QUrl mp3 = QUrl::fromLocalFile(folder.path(u"song.mp3"_s));
+        ASSERT_EQ(run(u"lame"_s, {u"--quiet"_s, u"-b"_s, u"192"_s, wav.toLocalFile(), mp3.toLocalFile()}).exitCode, 0);
+        const Analysis plain = DJ::analyse(wav);
+        const Analysis lossy = DJ::analyse(mp3);
+        EXPECT_EQ(lossy.duration, plain.duration);
+        EXPECT_NEAR(lossy.bpm, plain.bpm, 0.001 * plain.bpm);
+        // The combs are a quarter of a frame apart; the delay would be more than two frames.
+        EXPECT_NEAR(lossy.grid.phase, plain.grid.phase, 0.5 * hopSeconds);
         EXPECT_EQ(lossy.key, plain.key);
     }
 }
