@@ -92,10 +92,10 @@ struct RenderedSound : MixFiles
     }
 
     /// The same in a mix of tracks of such tempi, where they are as far apart as the plain definition has them.
-    Samples kicksApartAt(const std::vector<double>& tempi) const
+    Samples kicksApartAt(const std::vector<double>& tempi, bool preservePitch = true) const
     {
         const DJ::Set set = kickTracks(tempi);
-        const MixSettings settings{.filterSweep = false, .levelMatch = false};
+        const MixSettings settings{.filterSweep = false, .levelMatch = false, .preservePitch = preservePitch};
         const DJ::Mix mix = render(set, settings);
         EXPECT_EQ(mix.bpm, 120.0);
         EXPECT_EQ(mix.moves.size(), qsizetype(tempi.size()) - 1);
@@ -138,6 +138,17 @@ TEST_F(RenderedSound, kicksOfTwoStretchedTracksAreApartByNoMoreThanBothMayBeMove
     const Samples apart = kicksApartAt({reached(1064), reached(990), reached(1003), reached(1085), 120.0});
     EXPECT_LT(percentile(apart, 1.0), 0.013);
     EXPECT_LT(percentile(apart, 0.5), 0.005);
+}
+
+TEST_F(RenderedSound, kicksCoincideInAMixAsOnARecordHoweverManyTracksAreStretched)
+{
+    // Nothing is moved to where it fits best, and no tempo is only nearly met: some samples are all that is left.
+    for (const std::vector<double>& tempi :
+         {std::vector{113.3, 120.0, 126.9, 120.0, 118.1}, std::vector{113.3, 126.9, 120.0, 118.1, 123.7}}) {
+        const Samples apart = kicksApartAt(tempi, false);
+        EXPECT_LT(percentile(apart, 0.95), 0.005);
+        EXPECT_LT(percentile(apart, 1.0), 0.0005);
+    }
 }
 
 TEST_F(RenderedSound, barLinesFallWhereTheMovesSayToTheSample)
