@@ -19,8 +19,8 @@ constexpr std::size_t centre = filterLength / 2;
 /// Input samples under the filter, and input samples before its centre.
 constexpr std::size_t reach = 33;
 constexpr std::size_t halfReach = 16;
-/// A block is scanned when the one behind it is whole, and what lies between samples reaches that far back.
-static_assert(PeakScan::remembered >= 3 * PeakKernel::blockLength + reach - 1);
+/// The most that waits: a block but for the last of the samples that lie between its own and the next ones' values.
+static_assert(PeakScan::remembered >= PeakKernel::blockLength + reach - 1);
 
 double windowedSinc(std::size_t index)
 {
@@ -88,12 +88,10 @@ std::size_t positionCount(std::span<const double> samples)
     return samples.size() < reach ? 0 : samples.size() - reach + 1;
 }
 
-/// How many blocks have all that lies between their samples and the next ones, and at their samples, made of samples
-/// that are there.
+/// How many blocks have all that lies between their samples and the next ones made of samples that are there.
 std::size_t reachedBlocks(std::size_t samples)
 {
-    const std::size_t whole = samples < 1 ? 0 : (samples - 1) / PeakKernel::blockLength;
-    return whole < 2 ? 0 : whole - 1;
+    return samples < reach ? 0 : (samples - reach) / PeakKernel::blockLength;
 }
 
 double largestOf(std::span<const double> values)
@@ -106,19 +104,15 @@ double samplePeakFrom(std::span<const double> samples, std::span<const double> b
     return std::max(largestOf(blocks), largestMagnitude(samples.subspan(blocks.size() * PeakKernel::blockLength)));
 }
 
-/// The values at the samples' own positions, which the first and the last `halfReach` samples have none of.
-double largestAtSamples(std::span<const double> samples, std::span<const double> blocks)
+/// The values at the samples' own positions outside of the blocks 1 to `scanned` - 1; the first and the last
+/// `halfReach` samples have none.
+double largestAtEdges(std::span<const double> samples, std::size_t scanned)
 {
-    constexpr std::size_t length = PeakKernel::blockLength;
     const std::size_t end = samples.size() - halfReach;
-    const std::size_t firstBlock = 1;
-    const std::size_t endBlock = std::max(end / length, firstBlock);
-    const std::size_t start = std::min(end, firstBlock * length);
-    const std::size_t rest = std::min(end, endBlock * length);
-    const double edges = std::max(largestMagnitude(samples.subspan(halfReach, start - halfReach)),
-                                  largestMagnitude(samples.subspan(rest, end - rest)));
-    const double inside = endBlock > firstBlock ? largestOf(blocks.subspan(firstBlock, endBlock - firstBlock)) : 0.0;
-    return phases().atSample * std::max(edges, inside);
+    const std::size_t start = std::min(end, PeakKernel::blockLength);
+    const std::size_t rest = std::max(start, scanned * PeakKernel::blockLength);
+    return phases().atSample * std::max(largestMagnitude(samples.subspan(halfReach, start - halfReach)),
+                                        largestMagnitude(samples.subspan(rest, end - rest)));
 }
 
 double largestBetweenOneByOne(std::span<const double> samples, std::size_t position)
@@ -182,8 +176,8 @@ ChannelPeaks PeakScan::finish(std::span<const double> samples)
     const double samplePeak = samplePeakFrom(samples, blocks_);
     if (samples.size() < reach)
         return {.sample = samplePeak, .oversampled = samplePeak};
-    const double edges = largestBetweenOneByOne(samples, scanned_ * PeakKernel::blockLength);
-    return {.sample = samplePeak, .oversampled = std::max({largest_, edges, largestAtSamples(samples, blocks_)})};
+    const double rest = largestBetweenOneByOne(samples, scanned_ * PeakKernel::blockLength);
+    return {.sample = samplePeak, .oversampled = std::max({largest_, rest, largestAtEdges(samples, scanned_)})};
 }
 
 ChannelPeaks scanPeaks(std::span<const double> samples)

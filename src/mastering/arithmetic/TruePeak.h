@@ -33,7 +33,7 @@ class PeakScan
 {
 public:
     /// Of what it has looked at, only the first and the last so many samples are looked at again.
-    static constexpr std::size_t remembered = 128;
+    static constexpr std::size_t remembered = 64;
 
     /// Looks at what has come since the last call. `samples` is all of the channel so far.
     void advance(std::span<const double> samples);

@@ -133,6 +133,23 @@ TEST(TruePeak, whatLiesBehindTheSamplesIsNotLookedAt)
     }
 }
 
+TEST(TruePeak, whatIsNotRememberedMayBeGone)
+{
+    constexpr std::size_t remembered = Master::PeakScan::remembered;
+    for (std::size_t frames = 400; frames < 470; ++frames) {
+        Samples samples = noise(frames, 0.3, unsigned(frames));
+        const Master::ChannelPeaks wanted = Master::scanPeaks(samples);
+        Master::PeakScan scan;
+        for (std::size_t end = 2 * remembered; end <= frames; end += 37) {
+            scan.advance(std::span(samples).first(end));
+            std::fill(samples.begin() + remembered, samples.begin() + std::ptrdiff_t(end - remembered), 1000.0);
+        }
+        const Master::ChannelPeaks found = scan.finish(samples);
+        EXPECT_EQ(found.sample, wanted.sample) << frames;
+        EXPECT_EQ(found.oversampled, wanted.oversampled) << frames;
+    }
+}
+
 TEST(TruePeak, musicReadsAsThePlainDefinitionSays)
 {
     for (const Samples& channel : music(4.0, 44100.0))
