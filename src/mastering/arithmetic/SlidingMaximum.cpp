@@ -1,7 +1,5 @@
 #include "mastering/arithmetic/SlidingMaximum.h"
 
-#include <algorithm>
-
 namespace orvane::Master {
 
 SlidingMaximum::SlidingMaximum(std::size_t length)
@@ -23,20 +21,6 @@ void SlidingMaximum::advanceTo(std::size_t index)
         first_ = wrapped(first_ + 1);
         --count_;
     }
-}
-
-std::vector<double> slidingMaximum(std::span<const double> values, std::size_t length)
-{
-    SlidingMaximum window(length);
-    std::vector<double> largest(values.size());
-    std::size_t added = 0;
-    for (std::size_t index = 0; index < values.size(); ++index) {
-        window.advanceTo(index);
-        for (; added < std::min(index + length, values.size()); ++added)
-            window.add(added, values[added]);
-        largest[index] = window.largest();
-    }
-    return largest;
 }
 
 } // namespace orvane::Master

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <vector>
 
 namespace orvane::Master {
@@ -43,8 +42,5 @@ private:
     std::size_t first_ = 0;
     std::size_t count_ = 0;
 };
-
-/// For each index the largest of the `length` values from there on, as far as there are any. `values` are not negative.
-std::vector<double> slidingMaximum(std::span<const double> values, std::size_t length);
 
 } // namespace orvane::Master
