@@ -96,11 +96,8 @@ Peaks peaksFrom(const std::vector<ChannelMeter>& meters)
 double weight(std::size_t channel, std::size_t count)
 {
     constexpr double surround = 1.41;
-    if (count <= 3)
-        return 1.0;
-    if (count == 4)
-        return channel < 2 ? 1.0 : surround;
-    if (channel < 3)
+    const std::size_t fronts = count == 4 ? 2 : 3;
+    if (channel < fronts)
         return 1.0;
     return count >= 6 && channel == 3 ? 0.0 : surround;
 }
