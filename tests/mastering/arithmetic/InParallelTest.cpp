@@ -1,10 +1,28 @@
 #include "mastering/arithmetic/InParallel.h"
 
+#include <ctime>
 #include <gmock/gmock.h>
 #include <set>
 #include <stdexcept>
+#include <unistd.h>
 
 using orvane::inParallel;
+
+namespace {
+
+double processorSecondsOfThisThread()
+{
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+}
+
+} // namespace
+
+TEST(InParallel, thereAreAsManyProcessorsAsTheSystemSays)
+{
+    EXPECT_EQ(orvane::processorCount(), std::size_t(::sysconf(_SC_NPROCESSORS_ONLN)));
+}
 
 TEST(InParallel, callsEachJobOnce)
 {
@@ -29,6 +47,23 @@ TEST(InParallel, worksOnNoMoreThreadsThanItMay)
         });
         EXPECT_LE(seen.size(), threads);
         EXPECT_TRUE(threads > 1 || seen.contains(std::this_thread::get_id()));
+    }
+}
+
+TEST(InParallel, worksOnAsManyThreadsAsItMay)
+{
+    for (const std::size_t threads : {1u, 2u, 3u}) {
+        std::atomic<std::size_t> begun{0};
+        std::atomic<int> alone{0};
+        // Each job goes on only once all have begun, or a second of its own work long.
+        inParallel(threads, threads, [&](std::size_t) {
+            ++begun;
+            const double start = processorSecondsOfThisThread();
+            while (begun < threads && processorSecondsOfThisThread() < start + 1.0)
+                std::this_thread::yield();
+            alone += begun < threads;
+        });
+        EXPECT_EQ(alone, 0) << threads;
     }
 }
 

@@ -126,9 +126,10 @@ TEST(Measure, underTheGateThereIsNoLoudnessButThereArePeaks)
     EXPECT_NEAR(reading.samplePeak, -80.0, 0.1);
 }
 
-TEST(Measure, aRateTooLowForABlockHasNoLoudness)
+TEST(Measure, aRateTooLowForABlockOrForAQuarterOfItHasNoLoudness)
 {
-    EXPECT_EQ(measure({noise(1000, 0.3)}, 2.0).integrated, minusInfinity);
+    for (const double rate : {2.0, 5.0, 9.0})
+        EXPECT_EQ(measure({noise(1000, 0.3)}, rate).integrated, minusInfinity);
 }
 
 TEST(Measure, theLfeOfSixChannelsCountsForThePeaksAlone)

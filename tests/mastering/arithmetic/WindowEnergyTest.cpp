@@ -49,6 +49,7 @@ TEST(WindowEnergy, windowsWithoutLengthOrHopAreNone)
     noHop.add(noise(10, 0.1));
     EXPECT_TRUE(noHop.meanSquares().empty());
     EXPECT_EQ((Windows{.length = 0, .hop = 1}.countIn(10)), 0u);
+    EXPECT_EQ((Windows{.length = 3, .hop = 0}.countIn(10)), 0u);
     EXPECT_EQ((Windows{.length = 10, .hop = 3}.countIn(9)), 0u);
     EXPECT_EQ((Windows{.length = 10, .hop = 3}.countIn(10)), 1u);
     EXPECT_EQ((Windows{.length = 10, .hop = 3}.countIn(13)), 2u);
