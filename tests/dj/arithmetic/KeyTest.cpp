@@ -114,6 +114,21 @@ TEST(KeyFinder, soundsOutside55To2000HzDoNotCount)
     EXPECT_EQ(DJ::key(sum(inside, tone(2489.0, -6.0, 2.0, rate)), rate), aMinor);
 }
 
+TEST(KeyFinder, theLimitsThemselvesDoNotCountButWhatLiesWithinThem)
+{
+    // A tone in the middle of a bin sounds in the two beside it, too, and in no other.
+    const auto soundOf = [](double bin, double atRate) {
+        const Samples samples = tone(bin * atRate / 4096.0, -6.0, 2.0, atRate);
+        const DJ::Chroma chroma = DJ::chromaOf(samples, atRate, RealTransform::ofLength(DJ::keyWindow));
+        return std::accumulate(chroma.begin(), chroma.end(), 0.0);
+    };
+    const double whole = soundOf(100.0, 8192.0);
+    EXPECT_LT(soundOf(4.0, 45'056.0), 1e-6 * whole) << "the bin above is at 55 Hz";
+    EXPECT_GT(soundOf(4.0, 45'100.0), 0.1 * whole) << "the bin above is at 55.05 Hz";
+    EXPECT_LT(soundOf(1001.0, 8192.0), 1e-6 * whole) << "the bin below is at 2000 Hz";
+    EXPECT_GT(soundOf(1000.0, 8192.0), 0.1 * whole) << "the bin below is at 1998 Hz";
+}
+
 TEST(KeyFinder, ofEqualKeysTheLowerTonicAndTheMajorStand)
 {
     DJ::Chroma even;
@@ -204,6 +219,7 @@ TEST(SemitonesForRatio, roundsHalfAwayFromZero)
     EXPECT_EQ(DJ::semitonesForRatio(1.0293), 0);
     EXPECT_EQ(DJ::semitonesForRatio(1.0294), 1);
     EXPECT_EQ(DJ::semitonesForRatio(1.2), 3);
+    EXPECT_EQ(DJ::semitonesForRatio(1.0 / 2048.0), -132);
     EXPECT_EQ(DJ::semitonesForRatio(0.0), 0);
     EXPECT_EQ(DJ::semitonesForRatio(-2.0), 0);
 }

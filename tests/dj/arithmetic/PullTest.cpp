@@ -57,6 +57,8 @@ TEST(AlignOctave, withoutATempoOrATargetNothingIsAligned)
     EXPECT_EQ(DJ::alignOctave(0.0, 120.0), 0.0);
     EXPECT_EQ(DJ::alignOctave(-5.0, 120.0), -5.0);
     EXPECT_EQ(DJ::alignOctave(70.0, 0.0), 70.0);
+    EXPECT_EQ(DJ::alignOctave(130.0, 0.0), 130.0);
+    EXPECT_EQ(DJ::alignOctave(130.0, 0.0005), 65.0);
 }
 
 TEST(SpeedRatio, isThePullToTheMedianWithinItsLimits)

@@ -159,10 +159,8 @@ Grid grid(const Samples& envelope, double bpm, double rate)
     return grid;
 }
 
-Key key(const Samples& samples, double rate)
+Samples chroma(const Samples& samples, double rate)
 {
-    const Samples profiles[2] = {{6.35, 2.23, 3.48, 2.33, 4.38, 4.09, 2.52, 5.19, 2.39, 3.66, 2.29, 2.88},
-                                 {6.33, 2.68, 3.52, 5.38, 2.60, 3.53, 2.54, 4.75, 3.98, 2.69, 3.34, 3.17}};
     Samples chroma(12);
     const std::size_t step = std::max(std::size_t(rate * 0.5), std::size_t(4096));
     for (std::size_t start = 0; start + 4096 <= samples.size(); start += step) {
@@ -175,6 +173,13 @@ Key key(const Samples& samples, double rate)
                 chroma[std::size_t(std::round(12.0 * std::log2(f / 440.0) + 69.0)) % 12] += magnitudes[k];
         }
     }
+    return chroma;
+}
+
+Key keyOf(const Samples& chroma)
+{
+    const Samples profiles[2] = {{6.35, 2.23, 3.48, 2.33, 4.38, 4.09, 2.52, 5.19, 2.39, 3.66, 2.29, 2.88},
+                                 {6.33, 2.68, 3.52, 5.38, 2.60, 3.53, 2.54, 4.75, 3.98, 2.69, 3.34, 3.17}};
     double total = 0.0;
     for (const double value : chroma)
         total += value;
@@ -192,6 +197,11 @@ Key key(const Samples& samples, double rate)
         }
     }
     return best;
+}
+
+Key key(const Samples& samples, double rate)
+{
+    return keyOf(chroma(samples, rate));
 }
 
 double energy(const Samples& samples)

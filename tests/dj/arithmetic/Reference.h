@@ -38,6 +38,9 @@ struct Key
     bool isMinor = false;
 };
 
+/// Twelve sums, C first.
+Samples chroma(const Samples& samples, double rate);
+Key keyOf(const Samples& chroma);
 Key key(const Samples& samples, double rate);
 
 double energy(const Samples& samples);

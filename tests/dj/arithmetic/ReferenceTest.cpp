@@ -67,6 +67,12 @@ void expectSameGrid(const DJ::Grid& found, const Reference::Grid& wanted)
     EXPECT_EQ(found.cueIn, wanted.cueIn);
 }
 
+void expectSameChroma(const DJ::Chroma& found, const Samples& wanted)
+{
+    for (std::size_t pitchClass = 0; pitchClass < found.size(); ++pitchClass)
+        EXPECT_NEAR(found[pitchClass], wanted[pitchClass], 1e-9 * wanted[pitchClass]) << "class " << pitchClass;
+}
+
 class AgainstThePlainDefinition : public testing::TestWithParam<Case>
 {
 };
@@ -106,7 +112,9 @@ TEST_P(AgainstThePlainDefinition, everyMeasureIsTheSame)
     const double bpm = DJ::tempo(envelope, rate);
     EXPECT_EQ(bpm, Reference::tempo(plainEnvelope, rate));
     expectSameGrid(DJ::grid(envelope, bpm, rate), Reference::grid(plainEnvelope, bpm, rate));
-    const Reference::Key plainKey = Reference::key(plain, rate);
+    const Samples plainChroma = Reference::chroma(plain, rate);
+    expectSameChroma(DJ::chromaOf(samples, rate, RealTransform::ofLength(DJ::keyWindow)), plainChroma);
+    const Reference::Key plainKey = Reference::keyOf(plainChroma);
     EXPECT_EQ(DJ::key(samples, rate), (DJ::Key{.tonic = plainKey.tonic, .isMinor = plainKey.isMinor}));
     EXPECT_NEAR(DJ::energy(samples), Reference::energy(plain), 1e-9);
 }
@@ -124,6 +132,22 @@ TEST(TempoAndGrid, randomEnvelopesOfEveryLengthGiveWhatThePlainDefinitionSays)
         EXPECT_EQ(DJ::tempoLag(envelope, rate).value_or(0), Reference::tempoLag(envelope, rate));
         const double bpm = 55.0 + 2.5 * run;
         expectSameGrid(DJ::grid(envelope, bpm, rate), Reference::grid(envelope, bpm, rate));
+    }
+}
+
+TEST(Key, randomPitchesMakeTheKeyThatThePlainDefinitionSays)
+{
+    // So many lie near enough to where two keys suit alike to tell a hundredth of each number of the profiles.
+    constexpr unsigned chromas = 20'000;
+    const Samples shares = noise(12 * chromas, 1.0);
+    for (unsigned run = 0; run < chromas; ++run) {
+        const double loudness = run % 2 == 0 ? 1.0 : 1e-5;
+        Samples wanted(12);
+        DJ::Chroma chroma = {};
+        for (std::size_t pitchClass = 0; pitchClass < 12; ++pitchClass)
+            chroma[pitchClass] = wanted[pitchClass] = loudness * std::abs(shares[12 * run + pitchClass]);
+        const Reference::Key key = Reference::keyOf(wanted);
+        ASSERT_EQ(DJ::keyOf(chroma), (DJ::Key{.tonic = key.tonic, .isMinor = key.isMinor})) << "run " << run;
     }
 }
 

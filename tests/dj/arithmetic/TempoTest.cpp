@@ -97,8 +97,21 @@ TEST(Tempo, anEnvelopeOf64FramesOrFewerGives120)
 
 TEST(Tempo, aRangeWithoutTwoLagsGives120)
 {
-    // At 1000 Hz a minute has 117 frames: lags of 2 at the least and 1 at the most.
-    EXPECT_EQ(DJ::tempo(pulses(500, 4), 1000.0), 120.0);
+    // A minute has 117, 176 and 209 frames: lags of 2 at the least, and of 1 or 2 at the most.
+    for (const double slow : {1000.0, 1500.0, 1783.0}) {
+        EXPECT_EQ(DJ::tempo(pulses(500, 4), slow), 120.0);
+        EXPECT_FALSE(DJ::tempoLag(pulses(500, 4), slow));
+    }
+}
+
+TEST(Tempo, isFrom70To180WithBothOfThem)
+{
+    // A minute has 180 times 29 and 70 times 72 frames.
+    EXPECT_EQ(DJ::tempo(echoed(4000, 29), 44544.0), 180.0);
+    EXPECT_EQ(DJ::tempo(echoed(4000, 72), 43008.0), 70.0);
+    // 29 frames are at 181 beats a minute, and 73 at 70.3.
+    EXPECT_NE(DJ::tempoLag(echoed(4000, 29), 181.0 * 29.0 * 512.0 / 60.0), 29u);
+    EXPECT_NEAR(DJ::tempo(echoed(4000, 73), 70.3 * 73.0 * 512.0 / 60.0), 70.3, 1e-9);
 }
 
 TEST(Tempo, theLagsAt44100HzAreFrom29To73)
