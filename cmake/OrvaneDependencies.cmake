@@ -12,6 +12,7 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS ${orvane_qt_components})
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core Network)
 
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswresample libswscale)
+pkg_check_modules(X264 REQUIRED IMPORTED_TARGET x264)
 pkg_check_modules(FFTW REQUIRED IMPORTED_TARGET fftw3)
 pkg_check_modules(FFTWF REQUIRED IMPORTED_TARGET fftw3f)
 find_path(LAME_INCLUDE_DIR lame/lame.h REQUIRED)

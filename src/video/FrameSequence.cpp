@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvane::Video {
 
@@ -65,6 +66,9 @@ VideoPicture& FrameSequence::next(std::span<const float> spectrum)
         pills_[std::size_t(bar)] = row_.pill(bar, values_[std::size_t(bar)]);
     Level& level = levelAt(FramePainter::levelOf(spectrum));
     moveBars(level);
+    changed_ = level.picture.area();
+    if (std::exchange(last_, &level) == &level)
+        changed_ = {.left = area_.left, .top = area_.top, .width = area_.width, .height = area_.height};
     return level.picture;
 }
 

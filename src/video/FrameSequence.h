@@ -22,6 +22,9 @@ public:
     /// The next frame; good until the next call. Throws std::bad_alloc.
     VideoPicture& next(std::span<const float> spectrum);
 
+    /// Outside of it the last frame is the one before.
+    const VideoPicture::Area& changed() const { return changed_; }
+
 private:
     /// A frame at one level of the glow, as it was last shown.
     struct Level
@@ -52,6 +55,8 @@ private:
     std::vector<float> values_;
     std::vector<Pill> pills_;
     std::array<std::optional<Level>, FramePainter::levelCount> levels_;
+    const Level* last_ = nullptr;
+    VideoPicture::Area changed_;
 };
 
 } // namespace orvane::Video

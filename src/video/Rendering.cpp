@@ -27,7 +27,8 @@ void paintAll(VideoFile& file, const MonoSamples& track, int framesPerSecond, Fr
         if (!file.waitUntilReady(VideoFile::Track::Picture) || isStopping())
             return;
         const auto spectrum = analyser.magnitudes(samplesOf(frame, grid, track.samples, fftSize));
-        if (!file.append(frames.next(spectrum)))
+        VideoPicture& picture = frames.next(spectrum);
+        if (!file.append(picture, frames.changed()))
             return;
         if (++frame % framesBetweenProgress == 0 && onProgress)
             onProgress(double(frame) / double(grid.frameCount));

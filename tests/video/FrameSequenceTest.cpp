@@ -81,6 +81,51 @@ TEST(FrameSequence, anyNumberOfBarsHasThePlainPaintersPixels)
     }
 }
 
+/// Whether two pictures of one size have the same samples outside `area`.
+bool areAlikeOutside(const VideoPicture::Area& area, VideoPicture& left, VideoPicture& right)
+{
+    const auto lefts = left.planes();
+    const auto rights = right.planes();
+    for (std::size_t index = 0; index < lefts.size(); ++index) {
+        const int part = index == 0 ? 1 : 2;
+        for (int row = 0; row < left.height() / part; ++row) {
+            const bool crosses = row * part >= area.top && row * part < area.top + area.height;
+            const std::uint8_t* a = lefts[index].bytes + std::ptrdiff_t(row) * lefts[index].stride;
+            const std::uint8_t* b = rights[index].bytes + std::ptrdiff_t(row) * rights[index].stride;
+            const int end = left.width() / part;
+            const int start = crosses ? area.left / part : end;
+            const int resumed = crosses ? (area.left + area.width) / part : end;
+            if (!std::equal(a, a + start, b) || !std::equal(a + resumed, a + end, b + resumed))
+                return false;
+        }
+    }
+    return true;
+}
+
+TEST_P(EveryAspect, tellsWhereAFrameDiffersFromTheOneBefore)
+{
+    const Look look{.aspect = GetParam()};
+    const QSize whole = size(look.aspect);
+    FramePainter painter(site);
+    FrameSequence frames(painter, nightDrive(), look);
+    VideoPicture before = frames.next(test::movingSpectrum(0));
+    int ofBarsAlone = 0;
+    for (int frame = 1; frame < 60; ++frame) {
+        VideoPicture& picture = frames.next(test::movingSpectrum(frame));
+        const VideoPicture::Area& changed = frames.changed();
+        EXPECT_TRUE(areAlikeOutside(changed, before, picture)) << frame;
+        EXPECT_LE(changed.left + changed.width, whole.width());
+        EXPECT_LE(changed.top + changed.height, whole.height());
+        if (changed.height < whole.height()) {
+            ++ofBarsAlone;
+            EXPECT_LT(changed.height, whole.height() / 5);
+        }
+        before = picture;
+    }
+    EXPECT_GT(ofBarsAlone, 0);
+    EXPECT_LT(ofBarsAlone, 59);
+}
+
 TEST(FrameSequence, noBarsAreNoBars)
 {
     FramePainter painter(site);

@@ -123,7 +123,7 @@ TEST_F(Pumping, aTrackThatRunsAheadWaitsForTheOther)
     });
     for (int frame = 0; frame < 30; ++frame) {
         isReady = isReady && file.waitUntilReady(VideoFile::Track::Picture);
-        file.append(picture);
+        file.append(picture, picture.area());
     }
     // A second of pictures lets no more than two of sound and a piece in.
     EXPECT_LE(sounds, 21);

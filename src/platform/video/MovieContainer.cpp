@@ -64,14 +64,13 @@ MovieContainer::~MovieContainer()
     discard();
 }
 
-int MovieContainer::addTrack(const AVCodecContext& codec, AVRational frameRate)
+int MovieContainer::addTrack(const std::function<void(AVCodecParameters&)>& describe, AVRational timeBase)
 {
     AVStream* track = avformat_new_stream(container_.get(), nullptr);
     if (!track)
         throw std::bad_alloc();
-    track->time_base = codec.time_base;
-    track->avg_frame_rate = frameRate;
-    require(avcodec_parameters_from_context(track->codecpar, &codec));
+    track->time_base = timeBase;
+    describe(*track->codecpar);
     return track->index;
 }
 

@@ -10,6 +10,7 @@ extern "C" {
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -27,8 +28,8 @@ public:
     MovieContainer(const MovieContainer&) = delete;
     MovieContainer& operator=(const MovieContainer&) = delete;
 
-    /// Adds the track of an opened encoder; returns its number. Throws VideoError.
-    int addTrack(const AVCodecContext& codec, AVRational frameRate);
+    /// Adds a track; returns its number. `describe` fills in what it is. Throws VideoError and what `describe` throws.
+    int addTrack(const std::function<void(AVCodecParameters&)>& describe, AVRational timeBase);
     /// After the last track. Throws VideoError.
     void start();
     /// Takes the packet's content; its times are in `timeBase`. Throws VideoError.

@@ -16,7 +16,6 @@ namespace orvane {
 
 namespace {
 
-constexpr int outputRate = 44100;
 constexpr int outputBitRate = 192000;
 constexpr AVChannelLayout stereo = AV_CHANNEL_LAYOUT_STEREO;
 
@@ -56,11 +55,11 @@ SoundEncoder::SoundEncoder(const VideoSettings& settings)
 
 void SoundEncoder::openCodec()
 {
-    codec_->sample_rate = outputRate;
+    codec_->sample_rate = rate;
     codec_->ch_layout = stereo;
     codec_->sample_fmt = AV_SAMPLE_FMT_FLTP;
     codec_->bit_rate = outputBitRate;
-    codec_->time_base = {.num = 1, .den = outputRate};
+    codec_->time_base = {.num = 1, .den = rate};
     requireVideo(avcodec_open2(codec_.get(), codec_->codec, nullptr));
     resize(*frame_, *codec_, codec_->frame_size);
 }
@@ -73,11 +72,16 @@ void SoundEncoder::openConverter(const VideoSettings& settings)
     if (settings.channelCount > 2)
         av_channel_layout_default(&source, settings.channelCount);
     SwrContext* converter = nullptr;
-    const int code = swr_alloc_set_opts2(&converter, &codec_->ch_layout, codec_->sample_fmt, outputRate, &source,
+    const int code = swr_alloc_set_opts2(&converter, &codec_->ch_layout, codec_->sample_fmt, rate, &source,
                                          AV_SAMPLE_FMT_S16P, settings.sampleRate, 0, nullptr);
     converter_.reset(converter);
     requireVideo(code);
     requireVideo(swr_init(converter_.get()));
+}
+
+void SoundEncoder::describe(AVCodecParameters& track) const
+{
+    requireVideo(avcodec_parameters_from_context(&track, codec_.get()));
 }
 
 void SoundEncoder::append(const SoundPlanes& planes, const PacketSink& sink)

@@ -18,10 +18,14 @@ namespace orvane {
 class SoundEncoder
 {
 public:
+    /// Of what comes out, in Hz.
+    static constexpr int rate = 44100;
+
     /// Throws VideoError.
     explicit SoundEncoder(const VideoSettings& settings);
 
-    const AVCodecContext& codec() const { return *codec_; }
+    /// Fills in what a container is told of the track. Throws VideoError, std::bad_alloc.
+    void describe(AVCodecParameters& track) const;
 
     /// Takes the next samples, with the channels that were set. Throws VideoError and what `sink` throws.
     void append(const SoundPlanes& planes, const PacketSink& sink);

@@ -39,8 +39,10 @@ public:
         , pictures_(accepted(u"video input rejected"_s, [&] { return PictureEncoder(settings); }))
         , sound_(accepted(u"audio input rejected"_s, [&] { return SoundEncoder(settings); }))
     {
-        pictureTrack_ = container_.addTrack(pictures_.codec(), pictures_.codec().framerate);
-        soundTrack_ = container_.addTrack(sound_.codec(), {.num = 0, .den = 1});
+        pictureTrack_ = container_.addTrack([this](AVCodecParameters& track) { pictures_.describe(track); },
+                                            {.num = 1, .den = settings.framesPerSecond});
+        soundTrack_ = container_.addTrack([this](AVCodecParameters& track) { sound_.describe(track); },
+                                          {.num = 1, .den = SoundEncoder::rate});
         container_.start();
     }
 
@@ -53,10 +55,10 @@ public:
         return !reason_;
     }
 
-    bool append(AVFrame& picture)
+    bool append(VideoPicture& picture, const VideoPicture::Area& changed)
     {
         return attempt(Track::Picture, [&] {
-            pictures_.append(picture, toTrack(pictureTrack_));
+            pictures_.append(picture, changed, toTrack(pictureTrack_));
             return double(pictures_.count()) / settings_.framesPerSecond;
         });
     }
@@ -160,9 +162,9 @@ bool VideoFile::waitUntilReady(Track track)
     return writer_->waitUntilReady(track);
 }
 
-bool VideoFile::append(VideoPicture& picture)
+bool VideoFile::append(VideoPicture& picture, const VideoPicture::Area& changed)
 {
-    return writer_->append(*picture.frame_);
+    return writer_->append(picture, changed);
 }
 
 bool VideoFile::append(const SoundPlanes& planes)

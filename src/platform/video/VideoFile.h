@@ -32,8 +32,9 @@ public:
     /// Waits until `track` can take more; false once the writing has failed.
     bool waitUntilReady(Track track);
 
-    /// Appends the next picture, which may be changed afterwards; false once the writing has failed.
-    bool append(VideoPicture& picture);
+    /// Appends the next picture, which may be changed afterwards and is the picture before outside `changed`; false
+    /// once the writing has failed.
+    bool append(VideoPicture& picture, const VideoPicture::Area& changed);
 
     /// Appends the next samples, with the channels that were set; false once the writing has failed.
     bool append(const SoundPlanes& planes);

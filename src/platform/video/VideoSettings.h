@@ -14,17 +14,15 @@ struct VideoSettings
     int framesPerSecond = 30;
     /// Of the picture, on average, in bit/s.
     qint64 bitRate = 0;
-    /// Frames from one key frame to the next, at most.
+    /// Frames from one key frame to the next.
     int keyFrameInterval = 60;
     /// Of the sound that is appended, in Hz.
     int sampleRate = 44100;
     int channelCount = 2;
-    /// How hard the encoder tries, and what the picture is like, in the encoder's own words; `orvane-video-quality`
-    /// measures what they cost and give.
+    /// How hard the encoder tries, in its own words; `orvane-video-quality` measures what they cost and give.
     QByteArray preset = "superfast";
-    QByteArray tuning = {};
     /// What differs from the preset, as "name=value:name=value".
-    QByteArray parameters = "bframes=0:weightp=0:scenecut=0:subme=0:aq-strength=0.5";
+    QByteArray parameters = "weightp=0:subme=0";
 };
 
 } // namespace orvane
