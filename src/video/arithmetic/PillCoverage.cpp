@@ -7,17 +7,25 @@ namespace orvane::Video {
 
 void PillCoverage::set(const Pill& pill)
 {
+    const bool keepsColumns =
+        !edges_.empty() && pill.left == pill_.left && pill.width == pill_.width && pill.radius == pill_.radius;
     pill_ = pill;
-    firstColumn_ = int(std::floor(pill.left));
-    const int end = int(std::ceil(pill.left + pill.width));
+    if (!keepsColumns)
+        placeEdges();
+    row_ = int(std::floor(pill.top)) - 1;
+    areasTo(row_ + 1, below_);
+}
+
+void PillCoverage::placeEdges()
+{
+    firstColumn_ = int(std::floor(pill_.left));
+    const int end = int(std::ceil(pill_.left + pill_.width));
     edges_.resize(std::size_t(end - firstColumn_) + 1);
     above_.resize(edges_.size());
     below_.resize(edges_.size());
-    const double middle = pill.left + pill.width / 2.0;
+    const double middle = pill_.left + pill_.width / 2.0;
     for (std::size_t index = 0; index < edges_.size(); ++index)
-        edges_[index] = edgeAt(firstColumn_ + double(index) - middle, pill.width / 2.0);
-    row_ = int(std::floor(pill.top)) - 1;
-    areasTo(row_ + 1, below_);
+        edges_[index] = edgeAt(firstColumn_ + double(index) - middle, pill_.width / 2.0);
 }
 
 PillCoverage::Edge PillCoverage::edgeAt(double offset, double half) const

@@ -46,6 +46,7 @@ private:
         double arc = 0.0;
     };
 
+    void placeEdges();
     Edge edgeAt(double offset, double half) const;
     void areasTo(int row, std::vector<double>& areas) const;
     double arcArea(double distance) const;
