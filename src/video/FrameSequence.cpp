@@ -42,6 +42,12 @@ Planes planesAt(VideoPicture& picture, int left, int top)
             .chromaStride = planes[1].stride};
 }
 
+void blend(std::span<const float> covered, std::uint32_t colour, const std::uint32_t* behind, std::uint32_t* target)
+{
+    std::transform(covered.begin(), covered.end(), behind, target,
+                   [colour](float coverage, std::uint32_t pixel) { return blended(pixel, colour, coverage); });
+}
+
 } // namespace
 
 FrameSequence::FrameSequence(FramePainter& painter, Scene scene, const Look& look)
@@ -97,9 +103,37 @@ void FrameSequence::paintStill(Level& level, int index)
         const std::uint32_t* start = pixels + std::ptrdiff_t(area_.top + line) * size_.width() + area_.left;
         level.behind.insert(level.behind.end(), start, start + area_.width);
     }
+    paintStraight(level);
     level.shown = level.behind;
     // None stands yet, so that the first move paints each of them whole.
     level.pills.resize(pills_.size());
+}
+
+void FrameSequence::paintStraight(Level& level)
+{
+    level.straight = level.behind;
+    for (int bar = 0; bar < row_.count(); ++bar) {
+        const Pill highest = row_.pill(bar, 1.0F);
+        coverage_.set(bar, highest);
+        const int middle = int(highest.top + highest.height / 2.0);
+        const std::span<const float> covered = coverage_.line(middle, bar, bar + 1);
+        for (int line = 0; line < area_.height; ++line) {
+            const std::ptrdiff_t start = std::ptrdiff_t(line) * area_.width + coverage_.firstColumn(bar) - area_.left;
+            blend(covered, colours_[std::size_t(line)], &level.behind[std::size_t(start)],
+                  &level.straight[std::size_t(start)]);
+        }
+    }
+}
+
+/// The pixels of a row in which the bar has no round corner; null where it has.
+const std::vector<std::uint32_t>* FrameSequence::readyRow(const Level& level, const Pill& pill, int row) const
+{
+    if (!row_.isApart())
+        return nullptr;
+    if (row + 1 <= pill.top)
+        return &level.behind;
+    const bool isStraight = row >= pill.top + pill.radius && row + 1 <= pill.top + pill.height - pill.radius;
+    return isStraight ? &level.straight : nullptr;
 }
 
 PixelArea FrameSequence::movedPart(const Pill& from, const Pill& to) const
@@ -134,12 +168,13 @@ void FrameSequence::moveBars(Level& level)
 void FrameSequence::repaint(Level& level, int firstBar, int endBar, const PixelArea& part)
 {
     for (int row = part.top; row < part.top + part.height; ++row) {
-        const std::span<const float> covered = coverage_.line(row, firstBar, endBar);
         const int line = row - area_.top;
-        const std::ptrdiff_t start = std::ptrdiff_t(line) * area_.width + coverage_.firstColumn(firstBar) - area_.left;
-        const std::uint32_t colour = colours_[std::size_t(line)];
-        std::transform(covered.begin(), covered.end(), level.behind.begin() + start, level.shown.begin() + start,
-                       [colour](float coverage, std::uint32_t behind) { return blended(behind, colour, coverage); });
+        const std::ptrdiff_t start = std::ptrdiff_t(line) * area_.width + part.left - area_.left;
+        if (const auto* ready = readyRow(level, pills_[std::size_t(firstBar)], row))
+            std::copy_n(ready->begin() + start, part.width, level.shown.begin() + start);
+        else
+            blend(coverage_.line(row, firstBar, endBar), colours_[std::size_t(line)], &level.behind[std::size_t(start)],
+                  &level.shown[std::size_t(start)]);
     }
     convert(level, even(part));
 }

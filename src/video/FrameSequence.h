@@ -30,16 +30,19 @@ private:
     struct Level
     {
         VideoPicture picture;
-        /// The pixels around the bars without them, and with them.
+        /// The pixels around the bars without them, with the straight part of each all the way up, and as shown.
         std::vector<std::uint32_t> behind;
+        std::vector<std::uint32_t> straight;
         std::vector<std::uint32_t> shown;
         std::vector<Pill> pills;
     };
 
     Level& levelAt(int index);
     void paintStill(Level& level, int index);
+    void paintStraight(Level& level);
     void moveBars(Level& level);
     void repaint(Level& level, int firstBar, int endBar, const PixelArea& part);
+    const std::vector<std::uint32_t>* readyRow(const Level& level, const Pill& pill, int row) const;
     void convert(Level& level, const PixelArea& part) const;
     PixelArea movedPart(const Pill& from, const Pill& to) const;
 
