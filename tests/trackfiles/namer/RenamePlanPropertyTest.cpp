@@ -14,7 +14,7 @@
 #include <memory>
 #include <optional>
 
-/// What holds for a plan whatever the names, over a million of them.
+/// What holds for a plan whatever the names, over a million of them in an ordinary build.
 
 namespace orvane {
 namespace {
@@ -24,7 +24,7 @@ using TrackNamer::Performed;
 using TrackNamer::Rename;
 
 constexpr int tracksOfARound = 1000;
-constexpr int rounds = 1000;
+constexpr int rounds = ORVANE_RENAME_ROUNDS;
 
 /// Where the names of a round come from.
 enum class Naming
