@@ -40,7 +40,7 @@ private:
 
     Windows windows_;
     /// What a window has over a whole number of hops.
-    std::size_t head_ = 0;
+    std::size_t head_;
     /// For each hop the squares of all of it, and those of its first `head_` frames.
     std::vector<double> hops_;
     std::vector<double> heads_;

@@ -95,6 +95,19 @@ TEST(SlidingMaximum, risingAndFallingValuesFillAndEmptyIt)
     EXPECT_EQ(slidingMaximum(Samples(100, 1.0), 10), Samples(100, 1.0));
 }
 
+TEST(SlidingMaximum, holdsNothingBeforeTheFirstValueAndBehindTheLast)
+{
+    Master::SlidingMaximum window(3);
+    EXPECT_TRUE(window.isEmpty());
+    window.add(5, -2.0);
+    window.advanceTo(5);
+    ASSERT_FALSE(window.isEmpty());
+    EXPECT_EQ(window.largest(), -2.0);
+    EXPECT_EQ(window.largestIndex(), 5u);
+    window.advanceTo(6);
+    EXPECT_TRUE(window.isEmpty());
+}
+
 TEST(Limiter, everySignalComesOutAsThePlainDefinitionSays)
 {
     for (const double hertz : {100.0, 8000.0, 11025.0, 44100.0}) {
