@@ -211,7 +211,7 @@ public:
     {
         appendLimited(limited_, samples, gains, ceiling);
         scan_.advance(limited_);
-        going_.before(limited_.size() - std::min(limited_.size(), PeakScan::remembered));
+        going_.allBut(PeakScan::remembered);
     }
 
     ChannelPeaks finish() { return scan_.finish(limited_); }

@@ -43,6 +43,9 @@ public:
         begin_ = last;
     }
 
+    /// What stands in front of the last `samples` is read no more.
+    void allBut(std::size_t samples) { before(channel_.size() - std::min(channel_.size(), samples)); }
+
 private:
     std::uintptr_t addressOf(std::size_t index) const
     {
