@@ -2,6 +2,7 @@
 
 #include "mastering/arithmetic/Hann.h"
 #include "mastering/arithmetic/InParallel.h"
+#include "mastering/arithmetic/Resample.h"
 #include "mastering/arithmetic/Stretch.h"
 #include "tests/dj/KnownTrack.h"
 
@@ -128,6 +129,16 @@ std::vector<KickDistances> distancesAt(const std::string& name, const std::vecto
              .withoutRounding = between(withoutRounding, withoutRounding, 1)}};
 }
 
+/// Of tracks whose pitch changes with their speed, as a record's does.
+std::vector<KickDistances> distancesAsOnARecord(const std::vector<double>& tempi, double seconds)
+{
+    const std::vector<Samples> mixed = latenessAt(
+        tempi, seconds, [](const Samples& samples, double ratio) { return Master::resample(samples, ratio); });
+    const std::vector<Samples> plain{lateness(kicks(setTempo, seconds))};
+    return {{.tracks = "as on a record, 4 min, at any tempo, one of two", .mixed = between(mixed, plain, 0)},
+            {.tracks = "as on a record, 4 min, at any tempo, both", .mixed = between(mixed, mixed, 1)}};
+}
+
 } // namespace
 
 std::vector<KickDistances> hearKicks()
@@ -140,6 +151,8 @@ std::vector<KickDistances> hearKicks()
         any.push_back(bpm);
     std::vector<KickDistances> all = distancesAt("40 s, at tempi that whole steps reach", reached, 40.0);
     for (KickDistances& distances : distancesAt("4 min, at any tempo", any, 240.0))
+        all.push_back(std::move(distances));
+    for (KickDistances& distances : distancesAsOnARecord(any, 240.0))
         all.push_back(std::move(distances));
     return all;
 }

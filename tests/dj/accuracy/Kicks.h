@@ -12,9 +12,9 @@ struct KickDistances
     std::string tracks;
     /// As they are mixed.
     std::vector<double> mixed;
-    /// If each frame of a stretched track stayed where the track's tempo puts it.
+    /// If each frame of a stretched track stayed where the track's tempo puts it; empty where there are no frames.
     std::vector<double> withoutSearch;
-    /// If that place besides were not one of whole steps.
+    /// If that place besides were not one of whole steps; empty likewise.
     std::vector<double> withoutRounding;
 };
 
