@@ -10,7 +10,6 @@ extern "C" {
 }
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -56,10 +55,12 @@ void takeDecisionsAway(x264_param_t& parameters, int keyFrameInterval)
     parameters.rc.i_lookahead = 0;
     parameters.i_sync_lookahead = 0;
     parameters.rc.i_rc_method = X264_RC_CQP;
-    // A quantizer that is told is held between those that the kinds of pictures have by themselves.
-    parameters.rc.i_qp_constant = RateControl::finest;
-    parameters.rc.f_ip_factor = 1.0F;
-    parameters.rc.f_pb_factor = std::exp2(float(RateControl::coarsest - RateControl::finest) / 6.0F);
+    // A quantizer that is told is held between those that the kinds of pictures have by themselves: as far from the
+    // middle as the encoder allows, which is 20 below and above.
+    constexpr float farthest = 10.0F;
+    parameters.rc.i_qp_constant = (RateControl::finest + RateControl::coarsest) / 2;
+    parameters.rc.f_ip_factor = farthest;
+    parameters.rc.f_pb_factor = farthest;
 }
 
 void parse(x264_param_t& parameters, const QByteArray& text)

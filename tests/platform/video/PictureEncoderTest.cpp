@@ -44,6 +44,32 @@ QByteArray greyOf(VideoPicture& picture)
     return grey;
 }
 
+/// Bits of the pictures of a video of noise, at a bit rate.
+double bitsOfNoise(qint64 bitRate)
+{
+    const test::TestFolder folder;
+    const QString path = folder.path(u"video.mp4"_s);
+    VideoFile file(path, folder.path(u".video.mp4.new"_s), {.width = width, .height = height, .bitRate = bitRate});
+    file.markAsFinished(VideoFile::Track::Sound);
+    VideoPicture picture(width, height);
+    std::mt19937 random(3);
+    for (int frame = 0; frame < 900; ++frame) {
+        const VideoPicture::Plane luma = picture.planes().front();
+        std::generate_n(luma.bytes, std::ptrdiff_t(luma.stride) * height, [&] { return std::uint8_t(random()); });
+        EXPECT_TRUE(file.append(picture, picture.area()));
+    }
+    file.markAsFinished(VideoFile::Track::Picture);
+    file.finish();
+    return double(folder.read(u"video.mp4"_s).size()) * 8.0;
+}
+
+TEST(PictureEncoder, quantizersFromTheFinestToTheCoarsestAreTakenAsTold)
+{
+    // Noise that fills the picture takes 4 Mbit/s with quantizers around 20, and 300 kbit/s with those around 45.
+    for (const qint64 bitRate : {4'000'000, 300'000})
+        EXPECT_NEAR(bitsOfNoise(bitRate) / (30.0 * double(bitRate)), 1.0, 0.15) << bitRate;
+}
+
 TEST(PictureEncoder, whatChangesIsSeenAtOnceWhereverItIs)
 {
     const test::TestFolder folder;

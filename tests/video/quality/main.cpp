@@ -190,8 +190,8 @@ from those before. The worst frames, in which the glow changes its level, are te
 less than half the time.
 
 Ours is superfast without weighted prediction and without a search between pixels: nothing moves by parts of a pixel.
-Without the deblocking filter (no-deblock) a sixth of the time is saved, and some likeness lost that gradients live from.
-veryfast comes half a thousandth nearer and takes a fifth longer.
+Without the deblocking filter (no-deblock) a tenth of the time is saved, and some likeness lost that gradients live from.
+veryfast comes half a thousandth nearer and takes a third longer.
 )";
 
 } // namespace
