@@ -113,8 +113,10 @@ std::uint8_t* marksOfBlocks(const VideoSettings& settings, const VideoPicture::A
     std::fill_n(marks, columns * rows, X264_MBINFO_CONSTANT);
     const int left = changed.left / side;
     const int end = std::min((changed.left + changed.width + side - 1) / side, columns);
-    for (int row = changed.top / side; row < rows && row * side < changed.top + changed.height; ++row)
-        std::fill(marks + row * columns + left, marks + row * columns + end, 0);
+    for (int row = changed.top / side; row < rows && row * side < changed.top + changed.height; ++row) {
+        std::uint8_t* line = marks + std::ptrdiff_t(row) * columns;
+        std::fill(line + left, line + end, 0);
+    }
     return marks;
 }
 
