@@ -2,7 +2,6 @@
 
 #include "platform/video/VideoError.h"
 
-#include <algorithm>
 #include <new>
 
 namespace orvane {
@@ -18,8 +17,7 @@ CodecHandle makeEncoder(const char* name)
     return codec;
 }
 
-void encode(AVCodecContext& codec, const AVFrame* frame, AVPacket& packet, std::int64_t duration,
-            const PacketSink& sink)
+void encode(AVCodecContext& codec, const AVFrame* frame, AVPacket& packet, const PacketSink& sink)
 {
     requireVideo(avcodec_send_frame(&codec, frame));
     for (;;) {
@@ -27,7 +25,6 @@ void encode(AVCodecContext& codec, const AVFrame* frame, AVPacket& packet, std::
         if (code == AVERROR(EAGAIN) || code == AVERROR_EOF)
             return;
         requireVideo(code);
-        packet.duration = std::max(packet.duration, duration);
         sink(packet, codec.time_base);
     }
 }

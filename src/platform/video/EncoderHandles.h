@@ -16,9 +16,8 @@ using FrameHandle = Handle<AVFrame, av_frame_free>;
 /// An encoder that is not opened yet. Throws VideoError where the library has none of that name, std::bad_alloc.
 CodecHandle makeEncoder(const char* name);
 
-/// Encodes `frame`, or with none what the encoder still holds, and hands on what comes out, each packet with a
-/// duration of at least `duration`. Throws VideoError, std::bad_alloc and what `sink` throws.
-void encode(AVCodecContext& codec, const AVFrame* frame, AVPacket& packet, std::int64_t duration,
-            const PacketSink& sink);
+/// Encodes `frame`, or with none what the encoder still holds, and hands on what comes out. Throws VideoError,
+/// std::bad_alloc and what `sink` throws.
+void encode(AVCodecContext& codec, const AVFrame* frame, AVPacket& packet, const PacketSink& sink);
 
 } // namespace orvane

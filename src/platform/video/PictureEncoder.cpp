@@ -58,7 +58,9 @@ void takeDecisionsAway(x264_param_t& parameters, int keyFrameInterval)
     // A quantizer that is told is held between those that the kinds of pictures have by themselves: as far from the
     // middle as the encoder allows, which is 20 below and above.
     constexpr float farthest = 10.0F;
-    parameters.rc.i_qp_constant = (RateControl::finest + RateControl::coarsest) / 2;
+    constexpr int middle = (RateControl::finest + RateControl::coarsest) / 2;
+    static_assert(middle - RateControl::finest <= 20 && RateControl::coarsest - middle <= 20);
+    parameters.rc.i_qp_constant = middle;
     parameters.rc.f_ip_factor = farthest;
     parameters.rc.f_pb_factor = farthest;
 }

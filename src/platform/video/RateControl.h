@@ -20,7 +20,7 @@ public:
     static constexpr int finest = 12;
     static constexpr int coarsest = 51;
 
-    /// For pictures of `pixels` pixels, a key picture at least every `keyInterval`; all above 0, `bitRate` in bit/s.
+    /// For pictures of `pixels` pixels, every `keyInterval`th a key picture; all above 0, `bitRate` in bit/s.
     RateControl(std::int64_t bitRate, int framesPerSecond, int keyInterval, std::int64_t pixels);
 
     /// The quantizer of the next picture, from `finest` to `coarsest`.

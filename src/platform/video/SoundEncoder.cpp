@@ -103,7 +103,7 @@ void SoundEncoder::flush(const PacketSink& sink)
 {
     convert(nullptr, 0);
     encodeQueued(1, sink);
-    encode(*codec_, nullptr, *packet_, 0, sink);
+    encode(*codec_, nullptr, *packet_, sink);
 }
 
 /// Converts and queues; without a source what the converter still holds.
@@ -131,7 +131,7 @@ void SoundEncoder::encodeQueued(int least, const PacketSink& sink)
         frame_->nb_samples = taken;
         frame_->pts = encoded_;
         encoded_ += taken;
-        encode(*codec_, frame_.get(), *packet_, 0, sink);
+        encode(*codec_, frame_.get(), *packet_, sink);
         frame_->nb_samples = codec_->frame_size;
     }
 }

@@ -131,9 +131,9 @@ TEST(RateControl, aTrackThatGetsLouderOrQuieterKeepsToTheBitRate)
 
 TEST(RateControl, whatIsSavedInSilenceIsNotSpentAtOnce)
 {
-    const int silence = 20 * framesPerSecond;
+    constexpr int silence = 20 * framesPerSecond;
     const Encoder encoder{.cost =
-                              [silence](int frame, Picture picture) {
+                              [](int frame, Picture picture) {
                                   const bool moves = frame >= silence && picture == Picture::Between;
                                   return moves ? 0.05 * double(pixels) : 0.002 * double(pixels);
                               },
